@@ -1,0 +1,33 @@
+// The `vexplot` command: one program, several sub-commands.
+#include <cstdio>
+#include <cstring>
+
+#include "SettingsCommand.h"
+
+namespace {
+
+struct Command {
+    const char* name;
+    int (*run)(int argc, char** argv);
+    const char* summary;
+};
+
+constexpr Command kCommands[] = {
+    {"settings", vexplot::RunSettingsCommand, "inspect and edit the per-user settings store"},
+};
+
+int Usage() {
+    std::fprintf(stderr, "usage: vexplot COMMAND [ARGS...]\n\ncommands:\n");
+    for (const Command& c : kCommands) std::fprintf(stderr, "  %-10s %s\n", c.name, c.summary);
+    return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) return Usage();
+    for (const Command& c : kCommands)
+        if (std::strcmp(argv[1], c.name) == 0) return c.run(argc - 1, argv + 1);
+    std::fprintf(stderr, "vexplot: unknown command '%s'\n", argv[1]);
+    return Usage();
+}
