@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "InfoCommand.h"
 #include "SettingsCommand.h"
 
 namespace {
@@ -13,6 +14,7 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
+    {"info", vexplot::RunInfoCommand, "load data files and print what they hold"},
     {"settings", vexplot::RunSettingsCommand, "inspect and edit the per-user settings store"},
 };
 

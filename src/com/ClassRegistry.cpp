@@ -17,6 +17,7 @@ ClassRegistry& ClassRegistry::Instance() {
 }
 
 void ClassRegistry::Register(const CLSID& clsid, ComPtr<IClassFactory> factory, uint32_t contexts) {
+    if (!factory) return Revoke(clsid);
     std::lock_guard lock(mutex_);
     classes_[clsid] = Entry{std::move(factory), contexts};
 }

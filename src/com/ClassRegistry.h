@@ -18,7 +18,8 @@ public:
     static ClassRegistry& Instance();
 
     // Registers a class for the contexts in `contexts` (CLSCTX_ bits);
-    // a second registration of the same class replaces the first.
+    // a second registration of the same class replaces the first, and a
+    // null factory revokes it.
     void Register(const CLSID& clsid, ComPtr<IClassFactory> factory, uint32_t contexts);
     void Revoke(const CLSID& clsid);
 

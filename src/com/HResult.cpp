@@ -54,6 +54,8 @@ constexpr NamedResult kNamed[] = {
     {DISP_E_BADPARAMCOUNT, "DISP_E_BADPARAMCOUNT", "invalid number of parameters"},
     {DISP_E_PARAMNOTOPTIONAL, "DISP_E_PARAMNOTOPTIONAL", "parameter not optional"},
     {DISP_E_NOTACOLLECTION, "DISP_E_NOTACOLLECTION", "does not support a collection"},
+    {CTL_E_ILLEGALFUNCTIONCALL, "CTL_E_ILLEGALFUNCTIONCALL", "function not available"},
+    {CTL_E_INVALIDPROPERTYVALUE, "CTL_E_INVALIDPROPERTYVALUE", "invalid property value"},
 };
 
 }  // namespace

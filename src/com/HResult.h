@@ -51,6 +51,9 @@ inline constexpr HRESULT DISP_E_ARRAYISLOCKED = MakeHResult(0x8002000D);
 inline constexpr HRESULT DISP_E_BADPARAMCOUNT = MakeHResult(0x8002000E);
 inline constexpr HRESULT DISP_E_PARAMNOTOPTIONAL = MakeHResult(0x8002000F);
 inline constexpr HRESULT DISP_E_NOTACOLLECTION = MakeHResult(0x80020011);
+// Errors the control reports to its host through its Error event.
+inline constexpr HRESULT CTL_E_ILLEGALFUNCTIONCALL = MakeHResult(0x800A0005);
+inline constexpr HRESULT CTL_E_INVALIDPROPERTYVALUE = MakeHResult(0x800A017C);
 
 constexpr bool SUCCEEDED(HRESULT hr) { return hr >= 0; }
 constexpr bool FAILED(HRESULT hr) { return hr < 0; }

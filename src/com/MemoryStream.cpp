@@ -1,6 +1,7 @@
 #include "com/MemoryStream.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 #include <stdexcept>

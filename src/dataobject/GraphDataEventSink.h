@@ -20,6 +20,8 @@ public:
                    ExcepInfo* excepInfo, uint32_t* argErr) override;
 
 protected:
+    ~GraphDataEventSink() override = default;
+
     virtual void DataChanged() = 0;
     virtual void TicksChanged(int32_t which) = 0;
     virtual void LabelsChanged() = 0;

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+
+#include <cstdio>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <fcntl.h>
@@ -61,7 +63,8 @@ TEST(ConcurrentWriters, ProcessesWritingAtOnceLoseNoValue) {
     for (int id = 0; id < kWriters; ++id) {
         ASSERT_EQ(own.Open("Writer" + std::to_string(id)), 1);
         for (int i = 0; i < kValuesEach; ++i) {
-            const std::string name = "w" + std::to_string(id) + "_" + std::to_string(i);
+            char name[32];
+            std::snprintf(name, sizeof name, "w%d_%d", id, i);
             ASSERT_EQ(shared.ReadInt(name), id * 100000 + i) << name;
             ASSERT_EQ(own.ReadString(name), name);
         }
