@@ -16,7 +16,7 @@ std::string Describe(HRESULT hr, const IID& iid, const std::string& message) {
 }  // namespace
 
 ComError::ComError(HRESULT hr, const IID& iid, const std::string& message)
-    : std::runtime_error(Describe(hr, iid, message)), hr_(hr), iid_(iid) {}
+    : std::runtime_error(Describe(hr, iid, message)), hr_(hr), iid_(iid), description_(message) {}
 
 void ThrowIfFailed(HRESULT hr, const IID& iid, const char* context) {
     if (SUCCEEDED(hr)) return;

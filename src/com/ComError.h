@@ -16,10 +16,15 @@ public:
 
     HRESULT Code() const { return hr_; }
     const IID& Interface() const { return iid_; }
+    // The message alone, without the code and interface what() appends: what
+    // a component hands on (SetErrorInfo) when it turns this back into an
+    // HRESULT.
+    const std::string& Description() const { return description_; }
 
 private:
     HRESULT hr_;
     IID iid_;
+    std::string description_;
 };
 
 // Throws ComError(hr, iid) when hr is a failure. The message is the failing

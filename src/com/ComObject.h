@@ -13,12 +13,14 @@ namespace com_detail {
 template <class I>
 concept HasBase = requires { typename I::Base; };
 
-// True when `iid` names I or one of the interfaces I derives from.
+// `object` as the interface that `iid` names, when that is I or one of the
+// interfaces I derives from; null otherwise. The pointer is converted to the
+// named interface itself, so it is right whatever the layout of the bases.
 template <class I>
-bool Answers(const IID& iid) {
-    if (iid == I::kIid) return true;
-    if constexpr (HasBase<I>) return Answers<typename I::Base>(iid);
-    else return false;
+void* Find(I* object, const IID& iid) {
+    if (iid == I::kIid) return object;
+    if constexpr (HasBase<I>) return Find<typename I::Base>(object, iid);
+    else return nullptr;
 }
 
 }  // namespace com_detail
@@ -39,8 +41,7 @@ public:
         if (iid == IID_IUnknown) {
             *out = static_cast<IUnknown*>(static_cast<First*>(this));
         } else {
-            (void)((com_detail::Answers<Interfaces>(iid) ? (*out = static_cast<Interfaces*>(this), true) : false) ||
-                   ...);
+            (void)(((*out = com_detail::Find<Interfaces>(this, iid)) != nullptr) || ...);
             if (!*out) *out = QueryExtraInterface(iid);
         }
         if (!*out) return E_NOINTERFACE;

@@ -19,8 +19,8 @@ HRESULT FileStream::FromErrno(int error, HRESULT fallback) {
         case EPERM:
         case EROFS:
         case EISDIR:
-        case EEXIST:
         case ETXTBSY: return STG_E_ACCESSDENIED;
+        case EEXIST: return STG_E_FILEALREADYEXISTS;
         case ENOSPC:
         case EDQUOT:
         case EFBIG: return STG_E_MEDIUMFULL;

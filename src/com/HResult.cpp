@@ -34,6 +34,7 @@ constexpr NamedResult kNamed[] = {
     {STG_E_FILENOTFOUND, "STG_E_FILENOTFOUND", "file not found"},
     {STG_E_ACCESSDENIED, "STG_E_ACCESSDENIED", "access denied"},
     {STG_E_READFAULT, "STG_E_READFAULT", "read fault"},
+    {STG_E_FILEALREADYEXISTS, "STG_E_FILEALREADYEXISTS", "file already exists"},
     {STG_E_WRITEFAULT, "STG_E_WRITEFAULT", "write fault"},
     {STG_E_MEDIUMFULL, "STG_E_MEDIUMFULL", "disk full"},
     {STG_E_INVALIDFUNCTION, "STG_E_INVALIDFUNCTION", "invalid function"},

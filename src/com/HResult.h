@@ -31,6 +31,7 @@ inline constexpr HRESULT CONNECT_E_CANNOTCONNECT = MakeHResult(0x80040202);
 inline constexpr HRESULT STG_E_FILENOTFOUND = MakeHResult(0x80030002);
 inline constexpr HRESULT STG_E_ACCESSDENIED = MakeHResult(0x80030005);
 inline constexpr HRESULT STG_E_READFAULT = MakeHResult(0x8003001E);
+inline constexpr HRESULT STG_E_FILEALREADYEXISTS = MakeHResult(0x80030050);
 inline constexpr HRESULT STG_E_WRITEFAULT = MakeHResult(0x8003001D);
 inline constexpr HRESULT STG_E_MEDIUMFULL = MakeHResult(0x80030070);
 inline constexpr HRESULT STG_E_INVALIDFUNCTION = MakeHResult(0x80030001);

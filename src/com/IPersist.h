@@ -37,8 +37,8 @@ inline constexpr uint32_t STGM_READ = 0x0;
 inline constexpr uint32_t STGM_SHARE_DENY_WRITE = 0x20;
 
 // Saving to and loading from a named file. On failure Load leaves the object
-// unchanged and records a message that GetLastErrorText (of the implementing
-// class) reports; Save never destroys an existing file when it fails.
+// unchanged and describes the fault through SetErrorInfo; Save never
+// destroys an existing file when it fails.
 class IPersistFile : public IPersist {
 public:
     using Base = IPersist;

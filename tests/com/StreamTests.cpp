@@ -320,7 +320,7 @@ TEST(FileStreamTest, OpenFailuresMapToStorageCodes) {
         {folder / "absent", FileStream::Mode::Read, STG_E_FILENOTFOUND},
         {folder / "no-folder/file", FileStream::Mode::CreateAlways, STG_E_FILENOTFOUND},
         {folder / "", FileStream::Mode::Read, STG_E_ACCESSDENIED},  // a folder
-        {folder / "present", FileStream::Mode::CreateNew, STG_E_ACCESSDENIED},
+        {folder / "present", FileStream::Mode::CreateNew, STG_E_FILEALREADYEXISTS},
     };
     for (const Case& c : cases) {
         HRESULT hr = S_OK;

@@ -4,9 +4,11 @@
 #include <limits>
 
 #include "com/ErrorInfo.h"
+#include "com/OleStream.h"
 #include "com/StreamReader.h"
 #include "com/StreamWriter.h"
 #include "TestSupport.h"
+#include "dataobject/GraphDataClass.h"
 
 namespace vexplot {
 namespace {
@@ -99,6 +101,39 @@ TEST(PersistStreamTest, LoadStopsAtTheEndOfItsOwnData) {
     ASSERT_EQ(object->Load(stream.Get()), S_OK);
     StreamReader rest(stream.Get());
     EXPECT_EQ(rest.ReadString(), "GraphObjectEnd");
+}
+
+// Embedded in a larger stream: class id, then the object's data; a null
+// object is the null class id alone and reads back as "no object".
+TEST(PersistStreamTest, EmbeddedObjectsRoundTripByClass) {
+    RegisterGraphDataClass();
+    ComPtr<GraphDataObject> original = test::FilledObject();
+    ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>();
+    ASSERT_EQ(OleSaveToStream(original.Get(), stream.Get()), S_OK);
+    ASSERT_EQ(OleSaveToStream(nullptr, stream.Get()), S_OK);
+    const Bytes bytes = stream->Bytes();
+    ASSERT_GT(bytes.size(), 32u);
+    EXPECT_EQ(bytes[0], 0x92);  // Data1 of the class id, little-endian
+    EXPECT_EQ(bytes[3], 0x8D);
+
+    stream->Seek(0, STREAM_SEEK_SET, nullptr);
+    ComPtr<IGraphData> copy;
+    ASSERT_EQ(OleLoadFromStream(stream.Get(), IGraphData::kIid, copy.ReleaseAndGetVoidAddress()), S_OK);
+    test::Snapshot a = test::Capture(*original), b = test::Capture(*static_cast<GraphDataObject*>(copy.Get()));
+    a.state = b.state = 0;
+    EXPECT_EQ(a, b);
+    ComPtr<IGraphData> none;
+    EXPECT_EQ(OleLoadFromStream(stream.Get(), IGraphData::kIid, none.ReleaseAndGetVoidAddress()), S_FALSE);
+    EXPECT_FALSE(none);
+    EXPECT_EQ(OleLoadFromStream(stream.Get(), IGraphData::kIid, none.ReleaseAndGetVoidAddress()), STG_E_READFAULT);
+}
+
+TEST(PersistStreamTest, EmbeddedObjectOfAnUnknownClassIsRefused) {
+    ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>(Bytes(16, 0x5A));
+    ComPtr<IGraphData> object;
+    EXPECT_EQ(OleLoadFromStream(stream.Get(), IGraphData::kIid, object.ReleaseAndGetVoidAddress()),
+              REGDB_E_CLASSNOTREG);
+    EXPECT_NE(TakeErrorInfo().find("cannot be created"), std::string::npos);
 }
 
 TEST(PersistStreamTest, MalformedStreamFailsAndLeavesTheObjectAlone) {
