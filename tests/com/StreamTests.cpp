@@ -20,6 +20,7 @@
 #include "com/StreamError.h"
 #include "com/StreamReader.h"
 #include "com/StreamWriter.h"
+#include "support/TempDir.h"
 
 // The replacements below pair malloc with free throughout; GCC cannot see
 // that across the inlined standard containers and warns.
@@ -285,31 +286,13 @@ TEST(StreamWriterTest, ShortWriteIsAWriteFault) {
     }
 }
 
-class TempFolder {
-public:
-    TempFolder() {
-        char name[] = "/tmp/vexplot-stream-XXXXXX";
-        path_ = ::mkdtemp(name);
-    }
-    ~TempFolder() { std::filesystem::remove_all(path_); }
-    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-    size_t EntryCount() const {
-        size_t n = 0;
-        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(path_)) ++n;
-        return n;
-    }
-
-private:
-    std::string path_;
-};
-
 std::string Contents(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 TEST(FileStreamTest, OpenFailuresMapToStorageCodes) {
-    TempFolder folder;
+    test::TempDir folder;
     std::ofstream(folder / "present") << "x";
     struct Case {
         std::string path;
@@ -342,7 +325,7 @@ TEST(FileStreamTest, FullDiskIsMediumFull) {
 }
 
 TEST(FileStreamTest, WritesSeeksAndReadsBack) {
-    TempFolder folder;
+    test::TempDir folder;
     HRESULT hr = S_OK;
     ComPtr<FileStream> out = FileStream::Open(folder / "f", FileStream::Mode::CreateAlways, &hr);
     ASSERT_TRUE(out);
@@ -383,7 +366,7 @@ TEST(MemoryStreamTest, SeekPastEndThenWriteFillsTheGapWithZeros) {
 }
 
 TEST(AtomicFileTest, ReplacesTheFileAndKeepsItsPermissions) {
-    TempFolder folder;
+    test::TempDir folder;
     const std::string path = folder / "data.bin";
     std::ofstream(path) << "old";
     ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
@@ -396,7 +379,7 @@ TEST(AtomicFileTest, ReplacesTheFileAndKeepsItsPermissions) {
 }
 
 TEST(AtomicFileTest, FailureMidwayLeavesTheOldFileAndNoTemporary) {
-    TempFolder folder;
+    test::TempDir folder;
     const std::string path = folder / "data.bin";
     std::ofstream(path) << "precious";
     EXPECT_THROW(WriteFileAtomically(path,
@@ -410,7 +393,7 @@ TEST(AtomicFileTest, FailureMidwayLeavesTheOldFileAndNoTemporary) {
 }
 
 TEST(AtomicFileTest, MissingFolderIsReportedAsNotFound) {
-    TempFolder folder;
+    test::TempDir folder;
     try {
         WriteFileAtomically(folder / "absent/data.bin", [](IStream&) {});
         FAIL() << "no error thrown";

@@ -17,7 +17,7 @@ using test::EncodeAll;
 using test::MakeGrid;
 using test::NpyDictionary;
 using test::NpyFile;
-using test::TempFolder;
+using test::TempDir;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
@@ -40,7 +40,7 @@ Loaded LoadFile(const std::string& path) {
 }
 
 TEST(FileLoadTest, ThreeDoFileRoundTripsAndNamesTheObjectAfterTheFile) {
-    TempFolder folder;
+    TempDir folder;
     ComPtr<GraphDataObject> original = test::FilledObject();
     original->PutValue(2, 0, kNaN);
     const std::string path = folder / "Peaks.Surface.3DO";
@@ -61,7 +61,7 @@ TEST(FileLoadTest, ThreeDoFileRoundTripsAndNamesTheObjectAfterTheFile) {
 }
 
 TEST(FileLoadTest, FailedSaveKeepsTheExistingTarget) {
-    TempFolder folder;
+    TempDir folder;
     ComPtr<GraphDataObject> object = test::FilledObject();
     const std::string missingFolder = folder / "absent/out.3do";
     EXPECT_EQ(object->Save(missingFolder.c_str(), true), STG_E_FILENOTFOUND);
@@ -105,7 +105,7 @@ TEST(FileLoadTest, TextGridsWithAndWithoutHeaders) {
          {1, kNaN, kNaN, 5, kNaN, -kInf}, {0, 1, 2}, {0, 1}},
         {"upper-case .CSV forces commas", "k.CSV", "1 2\n", {}, {}, {}},  // so "1 2" is one bad cell
     };
-    TempFolder folder;
+    TempDir folder;
     for (const Case& c : cases) {
         const std::string path = folder / c.file;
         test::WriteFile(path, c.text);
@@ -164,7 +164,7 @@ TEST(FileLoadTest, NpyArraysOfEveryTypeAndOrder) {
         {"<f8", false, data(double{}, false, false), 2},
         {"<f8", false, data(double{}, false, false), 3},
     };
-    TempFolder folder;
+    TempDir folder;
     for (const Case& c : cases) {
         const std::string label = std::string(c.descr) + (c.fortran ? " F" : " C") + " v" + std::to_string(c.major);
         const std::string path = folder / "array.npy";
@@ -180,7 +180,7 @@ TEST(FileLoadTest, NpyArraysOfEveryTypeAndOrder) {
 }
 
 TEST(FileLoadTest, NpySignedBoolAndVectorShapes) {
-    TempFolder folder;
+    TempDir folder;
     const std::string path = folder / "v.npy";
     test::WriteFile(path, NpyFile(NpyDictionary("<i2", false, "(4,)"), EncodeAll<int16_t>({-32768, -1, 0, 7}, false)));
     Loaded loaded = LoadFile(path);
@@ -209,7 +209,7 @@ TEST(FileLoadTest, COrderNpyIsTransposedAcrossBlocks) {
         {"<f4", 301, 257, {0, 254, 255, 300}, {0, 17, 256}},
         {">u2", 2, 70000, {0, 1}, {0, 65535, 65536, 69999}},
     };
-    TempFolder folder;
+    TempDir folder;
     for (const Case& c : cases) {
         const auto cell = [&](uint32_t r, uint32_t col) { return static_cast<double>((r * 7 + col) % 60000); };
         Bytes data;
@@ -318,7 +318,7 @@ TEST(FileLoadTest, MalformedFilesFailWithADescriptionAndChangeNothing) {
         {"trailing.npy", npy(NpyDictionary("<f8", false, "(1, 1)"), 9), STG_E_DOCFILECORRUPT,
          "1 unexpected bytes follow the data"},
     };
-    TempFolder folder;
+    TempDir folder;
     ComPtr<GraphDataObject> object = test::FilledObject();
     const test::Snapshot before = test::Capture(*object);
     for (const Case& c : cases) {

@@ -55,7 +55,7 @@ TEST(GraphDataFactoryTest, SizeMismatchesThrowInvalidArgument) {
 }
 
 TEST(GraphDataFactoryTest, LoadThrowsTheFilesDescription) {
-    test::TempFolder folder;
+    test::TempDir folder;
     const std::string path = folder / "grid.csv";
     test::WriteFile(path, std::string("1,2\n3,x\n"));
     try {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "com/ComPtr.h"
+#include "support/TempDir.h"
 #include "com/MemoryStream.h"
 #include "com/SafeArray.h"
 #include "dataobject/GraphDataObject.h"
@@ -21,27 +22,6 @@
 namespace vexplot::test {
 
 using Bytes = std::vector<uint8_t>;
-
-class TempFolder {
-public:
-    TempFolder() {
-        char name[] = "/tmp/vexplot-dataobject-XXXXXX";
-        path_ = ::mkdtemp(name);
-    }
-    ~TempFolder() { std::filesystem::remove_all(path_); }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-    size_t EntryCount() const {
-        size_t n = 0;
-        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(path_)) ++n;
-        return n;
-    }
-
-private:
-    std::string path_;
-};
 
 inline void WriteFile(const std::string& path, const void* bytes, size_t size) {
     std::ofstream out(path, std::ios::binary);

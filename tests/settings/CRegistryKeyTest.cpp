@@ -3,7 +3,7 @@
 #include <array>
 
 #include "RecordingSink.h"
-#include "TempDir.h"
+#include "support/TempDir.h"
 #include "settings/CRegistryKey.h"
 #include "settings/RegistryStatus.h"
 #include "settings/SettingsStore.h"
@@ -13,7 +13,7 @@ namespace {
 
 class CRegistryKeyTest : public testing::Test {
 protected:
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     test::RecordingSink sink;
     std::shared_ptr<SettingsStore> store = SettingsStore::OpenUnshared(dir.File("registry.db"));
     CRegistryKey key{&sink, store};
@@ -131,7 +131,7 @@ TEST_F(CRegistryKeyTest, DeleteSubKeyTreeRemovesTheKeyAndEverythingBelowOnly) {
 }
 
 TEST(CRegistryKeyDefaultStore, IsLookedUpAtTheFirstOpen) {
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     CRegistryKey key;  // made while the tests' in-memory default is set
     const std::string path = dir.File("made/for/it/registry.db");
     setenv("VEXPLOT_REGISTRY", path.c_str(), 1);

@@ -6,7 +6,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "TempDir.h"
+#include "support/TempDir.h"
 #include "settings/CRegistryKey.h"
 #include "settings/SettingsStore.h"
 
@@ -39,7 +39,7 @@ pid_t SpawnWriter(const std::string& database, int id, int startGate) {
 // All writers open a database that does not exist yet, so they also race to
 // create the file, switch it to WAL and create the tables.
 TEST(ConcurrentWriters, ProcessesWritingAtOnceLoseNoValue) {
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     const std::string database = dir.File("fresh/registry.db");
     int gate[2];
     ASSERT_EQ(pipe2(gate, O_CLOEXEC), 0);  // the writers keep only their dup on fd 0

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "RecordingSink.h"
-#include "TempDir.h"
+#include "support/TempDir.h"
 #include "settings/CRegistryKey.h"
 #include "settings/SettingsStore.h"
 
@@ -77,7 +77,7 @@ TEST(DamagedStore, IsReportedOnceReadsAsMissingAndIsNeverModified) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        test::TempDir dir;
+        test::TempDir dir("vexplot-settings");
         c.make(dir);
         const std::string before = Snapshot(dir, c.standIn);
         test::RecordingSink sink;
@@ -96,7 +96,7 @@ TEST(DamagedStore, AFileWithoutReadPermissionIsReportedAndKept) {
     if (geteuid() == 0) {
         GTEST_SKIP() << "file permissions do not bind the superuser";
     }
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     dir.Write("registry.db", "whatever");
     std::filesystem::permissions(dir.File("registry.db"), std::filesystem::perms::none);
     test::RecordingSink sink;

@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "SettingsCommand.h"
-#include "TempDir.h"
+#include "support/TempDir.h"
 #include "settings/SettingsStore.h"
 
 namespace vexplot {
@@ -37,7 +37,7 @@ protected:
     }
     std::string Header() const { return "# " + store->Path() + "\n"; }
 
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     std::shared_ptr<SettingsStore> store = SettingsStore::OpenUnshared(dir.File("registry.db"));
 };
 
@@ -100,7 +100,7 @@ TEST_F(SettingsCommandTest, ABrokenStoreIsAnErrorNotAnEmptyList) {
 }
 
 TEST(SettingsCommandDefaultStore, AUsageErrorCreatesNoDatabase) {
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     setenv("VEXPLOT_REGISTRY", dir.File("registry.db").c_str(), 1);
     std::ostringstream ignored;
     const int status = RunSettingsCommand({"get"}, nullptr, ignored, ignored);

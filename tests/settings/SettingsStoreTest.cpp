@@ -2,7 +2,7 @@
 
 #include <thread>
 
-#include "TempDir.h"
+#include "support/TempDir.h"
 #include "settings/CRegistryKey.h"
 #include "settings/SettingsStore.h"
 
@@ -10,7 +10,7 @@ namespace vexplot {
 namespace {
 
 TEST(SettingsStore, ValuesAndKeyNamesPersistAcrossConnections) {
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     const std::string path = dir.File("registry.db");
     {
         CRegistryKey key(nullptr, SettingsStore::OpenUnshared(path));
@@ -28,7 +28,7 @@ TEST(SettingsStore, ValuesAndKeyNamesPersistAcrossConnections) {
 }
 
 TEST(SettingsStore, OneStorePerDatabaseInTheProcess) {
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     const auto store = SettingsStore::Open(dir.File("registry.db"));
     EXPECT_EQ(SettingsStore::Open(dir.File("./x/../registry.db")), store);
     EXPECT_NE(SettingsStore::OpenUnshared(dir.File("registry.db")), store);
@@ -42,7 +42,7 @@ TEST(SettingsStore, OneStorePerDatabaseInTheProcess) {
 }
 
 TEST(SettingsStore, ThreadsSharingOneStoreLoseNoValue) {
-    test::TempDir dir;
+    test::TempDir dir{"vexplot-settings"};
     const auto store = SettingsStore::OpenUnshared(dir.File("registry.db"));
     constexpr int kThreads = 8;
     constexpr int kValues = 100;

@@ -11,22 +11,26 @@
 
 namespace vexplot::test {
 
-// A fresh directory under the build tree, removed with its contents when the
-// test ends, so no test touches the user's real settings.
+// A fresh directory under the system's temporary directory ($TMPDIR or
+// /tmp), removed with its contents when the test ends.
 class TempDir {
 public:
-    TempDir() {
-        std::string pattern = std::string(SETTINGS_TEST_TMPDIR) + "/settings-XXXXXX";
-        if (mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("mkdtemp failed for " + pattern);
-        }
+    explicit TempDir(const std::string& prefix = "vexplot") {
+        std::string pattern = (std::filesystem::temp_directory_path() / (prefix + "-XXXXXX")).string();
+        if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp failed for " + pattern);
         path_ = pattern;
     }
-    ~TempDir() { std::filesystem::remove_all(path_); }
+    ~TempDir() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
 
+    const std::filesystem::path& Path() const { return path_; }
     std::string File(const std::string& name) const { return (path_ / name).string(); }
+    std::string operator/(const std::string& name) const { return File(name); }
+
     void Write(const std::string& name, const std::string& bytes) const {
         std::ofstream(path_ / name, std::ios::binary) << bytes;
     }
@@ -37,12 +41,11 @@ public:
     // The names in the directory, sorted.
     std::vector<std::string> Listing() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-            names.push_back(entry.path().filename().string());
-        }
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) names.push_back(entry.path().filename());
         std::sort(names.begin(), names.end());
         return names;
     }
+    size_t EntryCount() const { return Listing().size(); }
 
 private:
     std::filesystem::path path_;
