@@ -52,7 +52,9 @@ bool DescribeFile(const char* path) {
         host->GetGraphObjects()->Clear();
         return true;
     } catch (const ComError& e) {
-        std::fprintf(stderr, "vexplot: %s\n", e.what());
+        // The loader's own description names the file and the fault; the
+        // result code only matters when there is none.
+        std::fprintf(stderr, "vexplot: %s\n", e.Description().empty() ? e.what() : e.Description().c_str());
     } catch (const std::exception& e) {
         std::fprintf(stderr, "vexplot: %s: %s\n", path, e.what());
     }
