@@ -1,13 +1,19 @@
 #include "InfoCommand.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "com/ComError.h"
+#include "com/FileStream.h"
 #include "com/Variant.h"
 #include "dataobject/GraphDataFactory.h"
+#include "dataobject/GraphStreamFormat.h"
 #include "model/CGD_GraphObject.h"
 #include "model/DetachedViewHost.h"
+#include "model/RecordInspector.h"
 
 namespace vexplot {
 
@@ -40,7 +46,7 @@ void PrintGraph(const CGD_GraphObject& graph, const DetachedViewHost& host) {
     PrintPreview(g);
 }
 
-bool DescribeFile(const char* path) {
+bool DescribeDataFile(const char* path) {
     std::printf("%s\n", path);
     try {
         ComPtr<IGraphData> data = LoadGraphData(path);
@@ -59,6 +65,41 @@ bool DescribeFile(const char* path) {
         std::fprintf(stderr, "vexplot: %s: %s\n", path, e.what());
     }
     return false;
+}
+
+// A data file begins with the data object's magic or is named as one of the
+// text and NumPy forms; anything else is taken for an archive of records.
+bool IsDataFile(const char* path, IStream* stream) {
+    uint8_t magic[sizeof GraphStreamFormat::kMagic] = {};
+    uint32_t got = 0;
+    stream->Read(magic, sizeof magic, &got);
+    stream->Seek(0, STREAM_SEEK_SET, nullptr);
+    if (got == sizeof magic && std::memcmp(magic, GraphStreamFormat::kMagic, sizeof magic) == 0) return true;
+    std::string extension = std::strrchr(path, '.') ? std::strrchr(path, '.') : "";
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension == ".csv" || extension == ".txt" || extension == ".dat" || extension == ".npy";
+}
+
+bool DescribeArchive(const char* path, IStream* stream) {
+    const RecordInspector::Report report = RecordInspector::Inspect(stream);
+    if (report.records.empty() && !report.error.empty()) {
+        std::fprintf(stderr, "vexplot: %s: neither a data file nor an archive of records: %s\n", path,
+                     report.error.c_str());
+        return false;
+    }
+    std::fputs(RecordInspector::Format(report, path).c_str(), stdout);
+    if (report.error.empty()) return true;
+    std::fprintf(stderr, "vexplot: %s: %s\n", path, report.error.c_str());
+    return false;
+}
+
+bool DescribeFile(const char* path) {
+    HRESULT hr = S_OK;
+    ComPtr<FileStream> stream = FileStream::Open(path, FileStream::Mode::Read, &hr);
+    // A file that cannot be opened is reported by the data loader, which names it.
+    if (!stream || IsDataFile(path, stream.Get())) return DescribeDataFile(path);
+    return DescribeArchive(path, stream.Get());
 }
 
 }  // namespace

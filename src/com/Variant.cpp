@@ -8,9 +8,21 @@
 
 namespace vexplot {
 
-Variant Variant::Bool(bool v) { return Variant(VT_BOOL, Storage(int16_t{v ? VARIANT_TRUE : VARIANT_FALSE})); }
+// Built in place: moving a whole Storage in makes GCC 12 warn about
+// alternatives that are never read.
+Variant Variant::Bool(bool v) {
+    Variant result;
+    result.vt_ = VT_BOOL;
+    result.value_.emplace<int16_t>(v ? VARIANT_TRUE : VARIANT_FALSE);
+    return result;
+}
 
-Variant Variant::Error(HRESULT code) { return Variant(VT_ERROR, Storage(int32_t{code})); }
+Variant Variant::Error(HRESULT code) {
+    Variant result;
+    result.vt_ = VT_ERROR;
+    result.value_.emplace<int32_t>(code);
+    return result;
+}
 
 Variant Variant::Deref() const {
     if (!IsByRef()) return *this;

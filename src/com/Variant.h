@@ -96,7 +96,6 @@ private:
     using Storage = std::variant<std::monostate, int16_t, int32_t, float, double, std::string, ComPtr<IDispatch>,
                                  ComPtr<IUnknown>, SafeArray, void*>;
     Variant(VARTYPE vt, void* ref) : vt_(vt), value_(ref) {}
-    Variant(VARTYPE vt, Storage value) : vt_(vt), value_(std::move(value)) {}
     HRESULT ToNumber(double* out) const;
 
     VARTYPE vt_ = VT_EMPTY;

@@ -17,6 +17,7 @@
 
 namespace vexplot {
 
+class CArchive;
 class IViewHost;
 
 // One plotted data set: binds a data object (IGraphData, IGraphDataAccess
@@ -182,6 +183,28 @@ public:
     // Record fields as a plot file gives them back; the data object is bound
     // separately. Drops the preview grid (BuildPreview makes it again).
     void RestoreRecord(const DisplayFlags& flags, const Geometry& geometry, uint32_t contrastColor);
+
+    // plot-file record (GraphObjectRecord.cpp): the string "GraphObjectBegin";
+    // the four display flags (bools); Y count, X count, shown Y count, shown
+    // X count, first shown X, first shown Y, preview Y count, preview X
+    // count, preview X step, preview Y step (int32 each); the contrast colour;
+    // the one-dimensional view mode (int32); the bound data object, embedded
+    // (CArchive::WriteObject: none when unbound or when it cannot save
+    // itself); the string "GraphObjectEnd".
+    // Storing writes it. Loading is LoadRecord with the owner this object
+    // already has (ComError E_POINTER when it has none).
+    void Serialize(CArchive& archive);
+    // Reads a record and binds its data object to `owner` with the record's
+    // flags, geometry, contrast colour and view mode; the preview is made
+    // again from the data, as binding makes it. A record that is malformed
+    // (ArchiveError), whose numbers are impossible (negative counts, a shown
+    // part outside the grid, a view mode other than 0, 1, 2) or disagree with
+    // the data object's grid (ArchiveError) leaves this object as it was.
+    // A record without a data object is read and checked, then returns false
+    // and leaves this object as it was: there is nothing to show, and the
+    // host that owns that data has to hand it again. Binding failures raise
+    // ComError as Attach does.
+    bool LoadRecord(CArchive& archive, IViewHost* owner);
 
 private:
     class EventSink;

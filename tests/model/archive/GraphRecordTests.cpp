@@ -1,0 +1,252 @@
+// The graph object's record and the records of the graph object list.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "../DataObjectDouble.h"
+#include "ArchiveSupport.h"
+#include "com/ComError.h"
+#include "dataobject/GraphDataClass.h"
+#include "dataobject/GraphDataFactory.h"
+#include "model/CGD_GraphObject.h"
+#include "model/CGD_GraphObjectList.h"
+#include "model/DetachedViewHost.h"
+#include "model/GraphObjectListRecord.h"
+
+namespace vexplot::test {
+namespace {
+
+// Byte offsets of the record's items (after the 17 bytes of its begin marker).
+constexpr size_t kFlagsAt = 17;
+constexpr size_t kYCountAt = 33, kXCountAt = 37, kShownYAt = 41, kShownXAt = 45, kFirstXAt = 49, kFirstYAt = 53;
+constexpr size_t kPreviewYAt = 57, kPreviewXAt = 61, kStepXAt = 65, kStepYAt = 69, kContrastAt = 73, kViewAt = 77;
+constexpr size_t kObjectAt = 81;
+
+// Everything a record restores, for "as it was" checks.
+struct GraphState {
+    bool visible, data, usePreview, suppressed;
+    int32_t yCount, xCount, shownY, shownX, firstX, firstY, previewY, previewX, stepX, stepY;
+    uint32_t contrast;
+    int32_t view;
+    const IGraphData* dataObject;
+    size_t previewSize;
+
+    static GraphState Of(const CGD_GraphObject& g) {
+        const auto& f = g.Flags();
+        const auto& m = g.GetGeometry();
+        return {f.visible,      f.data,         f.usePreview,      f.suppressDisplay, m.yCount,
+                m.xCount,       m.shownYCount,  m.shownXCount,     m.firstShownX,     m.firstShownY,
+                m.previewYCount, m.previewXCount, m.previewXStep,  m.previewYStep,    g.ContrastColor(),
+                g.OneDimensionalView(), g.Data(), g.Preview().size()};
+    }
+    bool operator==(const GraphState&) const = default;
+};
+
+class GraphRecord : public ::testing::Test {
+protected:
+    void SetUp() override {
+        setenv("VEXPLOT_REGISTRY", ":memory:", 1);
+        RegisterGraphDataClass();
+    }
+
+    // X scale 0, 0.5, 1, ...; Y scale descending from 10; cell (ix, iy) = ix * 1000 + iy + offset.
+    static ComPtr<IGraphData> MakeData(int xCount, int yCount, double offset = 0.0) {
+        std::vector<double> cells, x, y;
+        for (int ix = 0; ix < xCount; ++ix)
+            for (int iy = 0; iy < yCount; ++iy) cells.push_back(ix * 1000.0 + iy + offset);
+        for (int ix = 0; ix < xCount; ++ix) x.push_back(ix * 0.5);
+        for (int iy = 0; iy < yCount; ++iy) y.push_back(10.0 - iy);
+        return CreateGraphData(cells, xCount, yCount, x, y, "x", "y", "z");
+    }
+
+    CGD_GraphObject& Show(IUnknown* data, bool keepFullRange = true) {
+        return List().AddDataObject(data, host.Get(), true, keepFullRange);
+    }
+
+    static Bytes Record(CGD_GraphObject& graph) {
+        return Stored([&](CArchive& a) { graph.Serialize(a); });
+    }
+
+    CGD_GraphObjectList& List() { return *host->GetGraphObjects(); }
+
+    ComPtr<DetachedViewHost> host = MakeComObject<DetachedViewHost>();
+};
+
+TEST_F(GraphRecord, RoundTripsByteForByteWithItsDataObject) {
+    CGD_GraphObject& graph = Show(MakeData(120, 40).Get(), /*keepFullRange=*/false);
+    graph.SetVisible(false);
+    graph.SetUsePreview(true);
+    graph.SetDisplaySuppressed(true);
+    graph.SetOneDimensionalView(2);
+    const Bytes bytes = Record(graph);
+
+    ASSERT_GT(bytes.size(), kObjectAt + 16 + 15);
+    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 17), "\x10GraphObjectBegin");
+    const std::pair<size_t, int32_t> items[] = {
+        {kFlagsAt, 0},      {kFlagsAt + 4, 1},  {kFlagsAt + 8, 1}, {kFlagsAt + 12, 1}, {kYCountAt, 40},
+        {kXCountAt, 120},   {kShownYAt, 40},    {kShownXAt, 120},  {kFirstXAt, 0},     {kFirstYAt, 0},
+        {kPreviewYAt, 20},  {kPreviewXAt, 60},  {kStepXAt, 2},     {kStepYAt, 2},
+        {kContrastAt, 0},  // the complement of the host's white background
+        {kViewAt, 2},
+    };
+    for (const auto& [at, value] : items) EXPECT_EQ(Int32At(bytes, at), value) << "at " << at;
+    EXPECT_EQ(Bytes(bytes.begin() + kObjectAt, bytes.begin() + kObjectAt + 4), (Bytes{0x92, 0x1D, 0x5D, 0x8D}));
+    EXPECT_EQ(std::string(bytes.end() - 15, bytes.end()), "\x0EGraphObjectEnd");
+
+    CGD_GraphObject loaded;
+    Loaded(bytes, [&](CArchive& a) { EXPECT_TRUE(loaded.LoadRecord(a, host.Get())); });
+    GraphState expected = GraphState::Of(graph);
+    expected.dataObject = loaded.Data();
+    EXPECT_EQ(GraphState::Of(loaded), expected);
+    EXPECT_EQ(loaded.Owner(), host.Get());
+    EXPECT_EQ(loaded.GetValue(119, 39), 119039.0);
+    EXPECT_EQ(Record(loaded), bytes);
+}
+
+TEST_F(GraphRecord, ADataObjectThatCannotSaveItselfIsStoredAsNoObject) {
+    auto unsaveable = MakeComObject<DataObjectDouble>(MakeData(3, 2));
+    CGD_GraphObject& graph = Show(unsaveable->Identity());
+    const Bytes bytes = Record(graph);
+    ASSERT_EQ(bytes.size(), kObjectAt + 16 + 15);
+    EXPECT_EQ(Bytes(bytes.begin() + kObjectAt, bytes.begin() + kObjectAt + 16), Bytes(16, 0));
+    EXPECT_EQ(std::string(bytes.end() - 15, bytes.end()), "\x0EGraphObjectEnd");
+
+    // Loading reads the whole record and leaves the graph object as it was.
+    CGD_GraphObject& other = Show(MakeData(4, 3).Get());
+    const GraphState before = GraphState::Of(other);
+    Loaded(bytes, [&](CArchive& a) {
+        EXPECT_FALSE(other.LoadRecord(a, host.Get()));
+        EXPECT_EQ(a.Remaining(), 0u);
+    });
+    EXPECT_EQ(GraphState::Of(other), before);
+}
+
+TEST_F(GraphRecord, ImpossibleNumbersAreRefusedAndChangeNothing) {
+    CGD_GraphObject& source = Show(MakeData(8, 6).Get());
+    const Bytes good = Record(source);
+
+    struct Case {
+        const char* name;
+        std::vector<std::pair<size_t, int32_t>> patches;
+        std::string fault;  // empty: the record loads
+    };
+    const Case cases[] = {
+        {"as written", {}, ""},
+        {"negative Y count", {{kYCountAt, -1}}, "Y count: is negative (-1)"},
+        {"X count not the grid's", {{kXCountAt, 9}, {kShownXAt, 9}}, "holds 8 x 6 values (X by Y), but the record says 9 x 6"},
+        {"shown X beyond the grid", {{kShownXAt, 9}}, "shown X part: first index 0 and count 9 reach outside a grid of 8"},
+        {"first shown Y beyond the grid", {{kFirstYAt, 6}, {kShownYAt, 1}}, "shown Y part: first index 6"},
+        {"negative first shown X", {{kFirstXAt, -1}, {kShownXAt, 2}}, "shown X part: first index -1"},
+        {"reversed part that ends before 0", {{kFirstXAt, 5}, {kShownXAt, -6}}, "shown X part: first index 5 and count -6"},
+        {"reversed part inside the grid", {{kFirstXAt, 5}, {kShownXAt, -4}}, ""},
+        {"negative preview step", {{kStepXAt, -2}}, "preview X step: is negative (-2)"},
+        {"one-dimensional view 3", {{kViewAt, 3}}, "one-dimensional view: is 3, not 0, 1 or 2"},
+        {"begin marker", {{1, 0x70617258}}, "\"GraphObjectBegin\" marker: found \"XraphObjectBegin\" instead"},
+        {"unknown class of data object", {{kObjectAt, 0x12345678}}, "data object: "},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Bytes bytes = good;
+        for (const auto& [at, value] : c.patches) PutInt32At(bytes, at, value);
+        CGD_GraphObject& target = Show(MakeData(4, 3).Get());
+        const GraphState before = GraphState::Of(target);
+        try {
+            Loaded(bytes, [&](CArchive& a) { EXPECT_TRUE(target.LoadRecord(a, host.Get())); });
+            EXPECT_TRUE(c.fault.empty()) << "loaded";
+            EXPECT_EQ(target.GetGeometry().xCount, 8);
+        } catch (const ArchiveError& e) {
+            EXPECT_NE(std::string(e.what()).find(c.fault), std::string::npos) << e.what();
+            EXPECT_FALSE(c.fault.empty()) << e.what();
+            EXPECT_EQ(GraphState::Of(target), before);
+        }
+    }
+}
+
+TEST_F(GraphRecord, EveryTruncationRaisesAndChangesNothing) {
+    CGD_GraphObject& source = Show(MakeData(4, 3).Get(), /*keepFullRange=*/false);
+    const Bytes good = Record(source);
+    CGD_GraphObject& target = Show(MakeData(5, 2).Get());
+    const GraphState before = GraphState::Of(target);
+    for (size_t cut = 0; cut < good.size(); ++cut) {
+        SCOPED_TRACE(cut);
+        const Bytes bytes(good.begin(), good.begin() + static_cast<ptrdiff_t>(cut));
+        const ArchiveError e = LoadError(bytes, [&](CArchive& a) { target.LoadRecord(a, host.Get()); });
+        EXPECT_LE(e.Offset(), cut);
+        EXPECT_EQ(GraphState::Of(target), before);
+    }
+}
+
+TEST_F(GraphRecord, SerializeLoadsForTheOwnerTheObjectHas) {
+    CGD_GraphObject& source = Show(MakeData(4, 3).Get());
+    const Bytes bytes = Record(source);
+    CGD_GraphObject unowned;
+    try {
+        Loaded(bytes, [&](CArchive& a) { unowned.Serialize(a); });
+        ADD_FAILURE() << "loaded without an owner";
+    } catch (const ComError& e) {
+        EXPECT_EQ(e.Code(), E_POINTER);
+    }
+    CGD_GraphObject& owned = Show(MakeData(2, 2).Get());
+    Loaded(bytes, [&](CArchive& a) { owned.Serialize(a); });
+    EXPECT_EQ(owned.GetGeometry().xCount, 4);
+}
+
+class GraphListRecord : public GraphRecord {
+protected:
+    static Bytes ListRecord(const CGD_GraphObjectList& list) {
+        return Stored([&](CArchive& a) { GraphObjectListRecord::Write(list, a); });
+    }
+};
+
+TEST_F(GraphListRecord, RoundTripsByteForByteAndActivatesTheLast) {
+    Show(MakeData(4, 3).Get());
+    Show(MakeData(60, 2, 0.5).Get()).SetVisible(false);
+    List().SetActiveIndex(0);
+    const Bytes bytes = ListRecord(List());
+    EXPECT_EQ(Int32At(bytes, 0), 2);
+
+    CGD_GraphObjectList loaded;
+    Loaded(bytes, [&](CArchive& a) { GraphObjectListRecord::Read(loaded, a, host.Get()); });
+    ASSERT_EQ(loaded.Count(), 2);
+    EXPECT_EQ(loaded.ActiveIndex(), 1);
+    EXPECT_FALSE(loaded.At(1)->Flags().visible);
+    EXPECT_EQ(ListRecord(loaded), bytes);
+}
+
+TEST_F(GraphListRecord, RecordsWithoutDataAreLeftOut) {
+    auto unsaveable = MakeComObject<DataObjectDouble>(MakeData(3, 2));
+    Show(MakeData(4, 3).Get());
+    Show(unsaveable->Identity());
+    CGD_GraphObjectList loaded;
+    Loaded(ListRecord(List()), [&](CArchive& a) { GraphObjectListRecord::Read(loaded, a, host.Get()); });
+    ASSERT_EQ(loaded.Count(), 1);
+    EXPECT_EQ(loaded.At(0)->GetGeometry().xCount, 4);
+    EXPECT_EQ(loaded.ActiveIndex(), 0);
+}
+
+TEST_F(GraphListRecord, AFailedLoadKeepsTheOldList) {
+    Show(MakeData(4, 3).Get());
+    Show(MakeData(2, 5).Get());
+    const Bytes good = ListRecord(List());
+    Bytes negative;
+    AppendInt32(negative, -2);
+
+    CGD_GraphObjectList target;
+    target.Add(std::make_unique<CGD_GraphObject>());
+    target.SetActiveIndex(0);
+    const CGD_GraphObject* kept = target.At(0);
+    std::vector<Bytes> inputs{negative};
+    for (size_t cut = 0; cut < good.size(); ++cut)
+        inputs.emplace_back(good.begin(), good.begin() + static_cast<ptrdiff_t>(cut));
+    for (const Bytes& bytes : inputs) {
+        SCOPED_TRACE(bytes.size());
+        LoadError(bytes, [&](CArchive& a) { GraphObjectListRecord::Read(target, a, host.Get()); });
+        ASSERT_EQ(target.Count(), 1);
+        EXPECT_EQ(target.At(0), kept);
+        EXPECT_EQ(target.ActiveIndex(), 0);
+    }
+}
+
+}  // namespace
+}  // namespace vexplot::test

@@ -1,0 +1,156 @@
+// What `vexplot info` says about an archive of records.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "ArchiveSupport.h"
+#include "dataobject/GraphDataClass.h"
+#include "dataobject/GraphDataFactory.h"
+#include "model/CGD_GraphObject.h"
+#include "model/CGD_ObjectList.h"
+#include "model/DetachedViewHost.h"
+#include "model/RecordInspector.h"
+
+namespace vexplot::test {
+namespace {
+
+// An axis record by its layout, written without the axis class.
+class AxisLayout final : public ArchiveObject {
+public:
+    const ArchiveClass& GetRuntimeClass() const override {
+        static const ArchiveClass cls("CGD_Axis", 1, [] { return std::make_unique<AxisLayout>(); });
+        return cls;
+    }
+    void Serialize(CArchive& a) override {
+        for (double d : {0.0, 1.0, 0.0}) a.WriteDouble(d);
+        a.WriteString("Depth \"m\"");
+        for (int32_t v : {1, 1}) a.WriteInt32(v);
+        for (uint32_t c : {0x0000FFu, 0x00FF00u, 0xFF0000u}) a.WriteColor(c);
+        for (int32_t v : {1, 3, 0}) a.WriteInt32(v);
+        a.WriteBool(true);
+        a.WriteBool(false);
+        for (int32_t v : {5, 2}) a.WriteInt32(v);
+        a.WriteBool(true);
+        a.WriteBool(true);
+        a.WriteInt32(10);
+    }
+};
+
+class LabelLayout final : public ArchiveObject {
+public:
+    const ArchiveClass& GetRuntimeClass() const override {
+        static const ArchiveClass cls("CGD_Label", 1, [] { return std::make_unique<LabelLayout>(); });
+        return cls;
+    }
+    void Serialize(CArchive&) override {}
+};
+
+class RecordInspectorTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        setenv("VEXPLOT_REGISTRY", ":memory:", 1);
+        RegisterGraphDataClass();
+    }
+
+    // A palette record, a graph object record with its data, and an object
+    // list holding an axis and two labels.
+    Bytes PlotFile() {
+        const std::vector<double> cells{1, 2, 3, -4, 5, 6.5};
+        const ComPtr<IGraphData> data = CreateGraphData(cells, 3, 2, std::vector<double>{-3, 0, 3},
+                                                        std::vector<double>{2, 1}, "x", "y", "z");
+        CGD_GraphObject& graph = host->GetGraphObjects()->AddDataObject(data.Get(), host.Get(), false, true);
+        CGD_ObjectList objects;
+        objects.Add(std::make_unique<AxisLayout>());
+        objects.Add(std::make_unique<LabelLayout>());
+        objects.Add(std::make_unique<LabelLayout>());
+        return Stored([&](CArchive& a) {
+            a.WriteString("PaletteStart:");
+            a.WriteUInt32(3);
+            for (uint32_t c : {0x000000u, 0x808080u, 0xFFFFFFu}) a.WriteColor(c);
+            a.WriteString("PaletteEnd");
+            graph.Serialize(a);
+            objects.Serialize(a);
+        });
+    }
+
+    static RecordInspector::Report Inspect(const Bytes& bytes) {
+        auto stream = MakeComObject<MemoryStream>(bytes);
+        return RecordInspector::Inspect(stream.Get());
+    }
+
+    ComPtr<DetachedViewHost> host = MakeComObject<DetachedViewHost>();
+};
+
+TEST_F(RecordInspectorTest, DescribesEachRecordFieldByField) {
+    const RecordInspector::Report report = Inspect(PlotFile());
+    EXPECT_EQ(report.error, "");
+    EXPECT_EQ(RecordInspector::Format(report, "plot.vxg"),
+              "plot.vxg: archive of 3 records\n"
+              "  @0      palette record: 3 colours, first 0x000000, last 0xFFFFFF\n"
+              "  @41     CGD_GraphObject record\n"
+              "            flags             visible 1, data 0, use preview 0, suppressed 0\n"
+              "            grid              3 x 2 (Y count 2, X count 3)\n"
+              "            shown part        3 x 2 from X index 0, Y index 0\n"
+              "            preview           0 x 0, steps 0 x 0\n"
+              "            contrast colour   0x000000\n"
+              "            1-D view          0\n"
+              "            data object       {8D5D1D92-6199-4AEC-900A-EF2724B42BB0} 3 x 2, X -3 .. 3, Y 2 .. 1, "
+              "Z -4 .. 6.5\n"
+              "  @268    object list: 3 entries\n"
+              "    @272    CGD_Axis (schema 1)\n"
+              "              direction         0, 1, 0\n"
+              "              label             \"Depth \\x22m\\x22\"\n"
+              "              shown             1\n"
+              "              axis id           1\n"
+              "              number colour     0x0000FF\n"
+              "              major grid colour 0x00FF00\n"
+              "              minor grid colour 0xFF0000\n"
+              "              numbers shown     1\n"
+              "              scale format      3\n"
+              "              display mode      0\n"
+              "              major grid        1\n"
+              "              minor grid        0\n"
+              "              major ticks       5\n"
+              "              minor ticks       2\n"
+              "              line, tick marks  1, 1\n"
+              "              decimal count     10\n"
+              "    @381    CGD_Label (schema 1)\n"
+              "    @397    CGD_Label (schema 1)\n");
+}
+
+TEST_F(RecordInspectorTest, StopsWithTheOffsetOfWhatItCannotRead) {
+    const Bytes file = PlotFile();
+    // Inside the graph object record's X count (record at 41, X count 37 bytes in).
+    const RecordInspector::Report cut = Inspect(Bytes(file.begin(), file.begin() + 80));
+    EXPECT_EQ(cut.error, "at offset 78: X count needs 4 bytes but only 2 remain");
+    ASSERT_EQ(cut.records.size(), 2u);
+    EXPECT_EQ(cut.records[1].fields.size(), 1u);  // the flags, read before the cut
+
+    Bytes unknownClass;
+    AppendUInt16(unknownClass, 0xFFFF);
+    AppendInt32(unknownClass, 1);
+    AppendShortString(unknownClass, "CGD_Teapot");
+    EXPECT_EQ(Inspect(unknownClass).error,
+              "at offset 0: no layout known for class \"CGD_Teapot\" with schema 1, so the records after it "
+              "cannot be found");
+    EXPECT_EQ(Inspect(Bytes{'#', ' ', 'R', 'E', 'A', 'D'}).error,
+              "at offset 0: expected a palette record, a graph object record, a class record or a list of "
+              "records; found 23 20 52 45");
+}
+
+// The inspector reads what anybody hands it: every prefix of a good file
+// ends in a report, never in an exception or a read past the end.
+TEST_F(RecordInspectorTest, EveryPrefixOfAFileEndsInAReport) {
+    const Bytes file = PlotFile();
+    for (size_t cut = 0; cut < file.size(); ++cut) {
+        SCOPED_TRACE(cut);
+        const RecordInspector::Report report = Inspect(Bytes(file.begin(), file.begin() + static_cast<ptrdiff_t>(cut)));
+        if (!report.error.empty()) {
+            EXPECT_EQ(report.error.rfind("at offset ", 0), 0u) << report.error;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vexplot::test
