@@ -6,10 +6,9 @@
 #include "com/ComObject.h"
 #include "com/IConnectionPoint.h"
 #include "com/IDispatch.h"
+#include "com/Variant.h"
 
 namespace vexplot {
-
-class Variant;
 
 // The connection point of one outgoing interface, kept by its container.
 // Sinks are called in the order they advised; a sink may unadvise itself or
