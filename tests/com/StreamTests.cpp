@@ -6,8 +6,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <limits>
 #include <new>
@@ -20,6 +18,8 @@
 #include "com/StreamError.h"
 #include "com/StreamReader.h"
 #include "com/StreamWriter.h"
+#include "support/Caught.h"
+#include "support/ScriptedStream.h"
 #include "support/TempDir.h"
 
 // The replacements below pair malloc with free throughout; GCC cannot see
@@ -43,6 +43,8 @@ void operator delete(void* p, size_t) noexcept { std::free(p); }
 namespace vexplot {
 namespace {
 
+using test::Caught;
+using test::ScriptedStream;
 using Bytes = std::vector<uint8_t>;
 
 Bytes Written(const std::function<void(StreamWriter&)>& write) {
@@ -50,60 +52,6 @@ Bytes Written(const std::function<void(StreamWriter&)>& write) {
     StreamWriter writer(stream.Get());
     write(writer);
     return stream->Bytes();
-}
-
-// A stream over fixed bytes that can claim a different size, fail its reads,
-// and remember the largest read it was asked for.
-class ScriptedStream final : public ComObject<IStream> {
-public:
-    ScriptedStream(Bytes bytes, uint64_t claimedSize, HRESULT readResult = S_OK)
-        : bytes_(std::move(bytes)), claimedSize_(claimedSize), readResult_(readResult) {}
-
-    HRESULT Read(void* buffer, uint32_t size, uint32_t* read) override {
-        largestRead = std::max(largestRead, size);
-        if (FAILED(readResult_)) return readResult_;
-        const uint32_t n = static_cast<uint32_t>(std::min<uint64_t>(size, bytes_.size() - position_));
-        std::copy_n(bytes_.begin() + static_cast<ptrdiff_t>(position_), n, static_cast<uint8_t*>(buffer));
-        position_ += n;
-        *read = n;
-        return S_OK;
-    }
-    HRESULT Write(const void*, uint32_t size, uint32_t* written) override {
-        *written = size / 2;  // accepts half and says all is well
-        return S_OK;
-    }
-    HRESULT Seek(int64_t, uint32_t, uint64_t* position) override {
-        *position = position_;
-        return S_OK;
-    }
-    HRESULT SetSize(uint64_t) override { return E_NOTIMPL; }
-    HRESULT Commit(uint32_t) override { return S_OK; }
-    HRESULT Stat(uint64_t* size) override {
-        *size = claimedSize_;
-        return S_OK;
-    }
-
-    uint32_t largestRead = 0;
-
-private:
-    ~ScriptedStream() override = default;
-    Bytes bytes_;
-    uint64_t claimedSize_;
-    HRESULT readResult_;
-    uint64_t position_ = 0;
-};
-
-// Runs `read` on a reader over `bytes` and returns the StreamError it throws.
-StreamError ReadError(const Bytes& bytes, const std::function<void(StreamReader&)>& read) {
-    ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>(bytes);
-    StreamReader reader(stream.Get());
-    try {
-        read(reader);
-    } catch (const StreamError& e) {
-        return e;
-    }
-    ADD_FAILURE() << "no error thrown";
-    return StreamError(S_OK, "");
 }
 
 TEST(StreamWriterTest, PrimitivesAreLittleEndianWithBoolAndColourAsInt32) {
@@ -179,15 +127,6 @@ TEST(StreamReaderTest, ReadsBackEveryPrimitive) {
     EXPECT_EQ(reader.Remaining(), 0u);
 }
 
-TEST(StreamReaderTest, AnyNonZeroBoolReadsTrue) {
-    const Bytes bytes = {7, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x80};
-    ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>(bytes);
-    StreamReader reader(stream.Get());
-    EXPECT_TRUE(reader.ReadBool());
-    EXPECT_FALSE(reader.ReadBool());
-    EXPECT_TRUE(reader.ReadBool());
-}
-
 TEST(StreamReaderTest, TruncatedInputNamesTheItemAndOffset) {
     struct Case {
         const char* name;
@@ -214,9 +153,12 @@ TEST(StreamReaderTest, TruncatedInputNamesTheItemAndOffset) {
          "grid needs 16 bytes but only 2 remain at offset 0"},
     };
     for (const Case& c : cases) {
-        const StreamError e = ReadError(c.bytes, c.read);
-        EXPECT_EQ(e.Code(), STG_E_READFAULT) << c.name;
-        EXPECT_EQ(e.Description(), c.message) << c.name;
+        ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>(c.bytes);
+        StreamReader reader(stream.Get());
+        const auto e = Caught<StreamError>([&] { c.read(reader); });
+        ASSERT_TRUE(e) << c.name;
+        EXPECT_EQ(e->Code(), STG_E_READFAULT) << c.name;
+        EXPECT_EQ(e->Description(), c.message) << c.name;
     }
 }
 
@@ -227,13 +169,10 @@ TEST(StreamReaderTest, HugeStringLengthIsRefusedWithoutReadingIt) {
         MakeComObject<ScriptedStream>(Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 'a', 'b', 'c'}, 10);
     StreamReader reader(stream.Get());
     largestAllocation = 0;
-    try {
-        reader.ReadString("name");
-        FAIL() << "no error thrown";
-    } catch (const StreamError& e) {
-        EXPECT_LT(largestAllocation.load(), size_t{4096});
-        EXPECT_EQ(e.Description(), "name needs 4294967295 bytes but only 3 remain at offset 7");
-    }
+    const auto e = Caught<StreamError>([&] { reader.ReadString("name"); });
+    EXPECT_LT(largestAllocation.load(), size_t{4096});
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->Description(), "name needs 4294967295 bytes but only 3 remain at offset 7");
     EXPECT_LE(stream->largestRead, 4u);
 }
 
@@ -243,57 +182,42 @@ TEST(StreamReaderTest, OffsetsCountFromTheStreamStartNotTheReaderStart) {
     StreamReader reader(stream.Get());
     EXPECT_EQ(reader.Offset(), 5u);
     EXPECT_EQ(reader.Remaining(), 2u);
-    try {
-        reader.ReadInt32("count");
-        FAIL() << "no error thrown";
-    } catch (const StreamError& e) {
-        EXPECT_EQ(e.Description(), "count needs 4 bytes but only 2 remain at offset 5");
-    }
+    const auto e = Caught<StreamError>([&] { reader.ReadInt32("count"); });
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->Description(), "count needs 4 bytes but only 2 remain at offset 5");
 }
 
-TEST(StreamReaderTest, StreamShorterThanItsSizeIsAReadFault) {
-    ComPtr<ScriptedStream> stream = MakeComObject<ScriptedStream>(Bytes{1, 2}, 8);
-    StreamReader reader(stream.Get());
-    try {
-        reader.ReadDouble("value");
-        FAIL() << "no error thrown";
-    } catch (const StreamError& e) {
-        EXPECT_EQ(e.Code(), STG_E_READFAULT);
-        EXPECT_EQ(e.Description(), "value needs 8 bytes but the stream ended after 2 at offset 0");
+// A stream that ends before its size and a device error on reading; a
+// device that takes less than it was given on writing.
+TEST(StreamDeviceTest, FailuresKeepTheDevicesCodeOrBecomeFaults) {
+    struct Case {
+        const char* name;
+        Bytes bytes;
+        uint64_t claimedSize;
+        HRESULT readResult;
+        std::function<void(IStream*)> use;
+        HRESULT code;
+        std::string message;
+    };
+    const Case cases[] = {
+        {"shorter than its size", {1, 2}, 8, S_OK, [](IStream* s) { StreamReader(s).ReadDouble("value"); },
+         STG_E_READFAULT, "value needs 8 bytes but the stream ended after 2 at offset 0"},
+        {"device error", Bytes(8), 8, STG_E_ACCESSDENIED, [](IStream* s) { StreamReader(s).ReadInt32("count"); },
+         STG_E_ACCESSDENIED, "reading count failed at offset 0"},
+        {"short write", {}, 0, S_OK, [](IStream* s) { StreamWriter(s).WriteInt32(1); }, STG_E_WRITEFAULT, ""},
+    };
+    for (const Case& c : cases) {
+        ComPtr<ScriptedStream> stream = MakeComObject<ScriptedStream>(c.bytes, c.claimedSize, c.readResult);
+        const auto e = Caught<StreamError>([&] { c.use(stream.Get()); });
+        ASSERT_TRUE(e) << c.name;
+        EXPECT_EQ(e->Code(), c.code) << c.name;
+        EXPECT_NE(std::string(e->what()).find(c.message), std::string::npos) << c.name << ": " << e->what();
     }
-}
-
-TEST(StreamReaderTest, DeviceErrorKeepsItsCode) {
-    ComPtr<ScriptedStream> stream = MakeComObject<ScriptedStream>(Bytes(8), 8, STG_E_ACCESSDENIED);
-    StreamReader reader(stream.Get());
-    try {
-        reader.ReadInt32("count");
-        FAIL() << "no error thrown";
-    } catch (const StreamError& e) {
-        EXPECT_EQ(e.Code(), STG_E_ACCESSDENIED);
-        EXPECT_NE(std::string(e.what()).find("reading count failed at offset 0"), std::string::npos);
-    }
-}
-
-TEST(StreamWriterTest, ShortWriteIsAWriteFault) {
-    ComPtr<ScriptedStream> stream = MakeComObject<ScriptedStream>(Bytes{}, 0);
-    StreamWriter writer(stream.Get());
-    try {
-        writer.WriteInt32(1);
-        FAIL() << "no error thrown";
-    } catch (const StreamError& e) {
-        EXPECT_EQ(e.Code(), STG_E_WRITEFAULT);
-    }
-}
-
-std::string Contents(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 TEST(FileStreamTest, OpenFailuresMapToStorageCodes) {
     test::TempDir folder;
-    std::ofstream(folder / "present") << "x";
+    folder.Write("present", "x");
     struct Case {
         std::string path;
         FileStream::Mode mode;
@@ -368,10 +292,10 @@ TEST(MemoryStreamTest, SeekPastEndThenWriteFillsTheGapWithZeros) {
 TEST(AtomicFileTest, ReplacesTheFileAndKeepsItsPermissions) {
     test::TempDir folder;
     const std::string path = folder / "data.bin";
-    std::ofstream(path) << "old";
+    folder.Write("data.bin", "old");
     ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
     WriteFileAtomically(path, [](IStream& s) { StreamWriter(&s).WriteString("new"); });
-    EXPECT_EQ(Contents(path), "\3new");
+    EXPECT_EQ(folder.Read("data.bin"), "\3new");
     struct stat info {};
     ASSERT_EQ(::stat(path.c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0640u);
@@ -381,26 +305,23 @@ TEST(AtomicFileTest, ReplacesTheFileAndKeepsItsPermissions) {
 TEST(AtomicFileTest, FailureMidwayLeavesTheOldFileAndNoTemporary) {
     test::TempDir folder;
     const std::string path = folder / "data.bin";
-    std::ofstream(path) << "precious";
+    folder.Write("data.bin", "precious");
     EXPECT_THROW(WriteFileAtomically(path,
                                      [](IStream& s) {
                                          StreamWriter(&s).WriteString("partial");
                                          throw StreamError(STG_E_MEDIUMFULL, "disk full");
                                      }),
                  StreamError);
-    EXPECT_EQ(Contents(path), "precious");
+    EXPECT_EQ(folder.Read("data.bin"), "precious");
     EXPECT_EQ(folder.EntryCount(), 1u);
 }
 
 TEST(AtomicFileTest, MissingFolderIsReportedAsNotFound) {
     test::TempDir folder;
-    try {
-        WriteFileAtomically(folder / "absent/data.bin", [](IStream&) {});
-        FAIL() << "no error thrown";
-    } catch (const StreamError& e) {
-        EXPECT_EQ(e.Code(), STG_E_FILENOTFOUND);
-        EXPECT_NE(e.Description().find("absent"), std::string::npos);
-    }
+    const auto e = Caught<StreamError>([&] { WriteFileAtomically(folder / "absent/data.bin", [](IStream&) {}); });
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->Code(), STG_E_FILENOTFOUND);
+    EXPECT_NE(e->Description().find("absent"), std::string::npos);
 }
 
 }  // namespace

@@ -60,13 +60,12 @@ TEST(Variant, NumericConversionsRoundHalfToEvenAndReportOverflow) {
 }
 
 TEST(Variant, TextConversions) {
-    Variant out;
-    ASSERT_EQ(Variant(int32_t{-12}).ChangeType(VT_BSTR, &out), S_OK);
-    EXPECT_EQ(out.Bstr(), "-12");
-    ASSERT_EQ(Variant(0.1).ChangeType(VT_BSTR, &out), S_OK);
-    EXPECT_EQ(out.Bstr(), "0.1");
-    ASSERT_EQ(Variant::Bool(true).ChangeType(VT_BSTR, &out), S_OK);
-    EXPECT_EQ(out.Bstr(), "-1");
+    for (const auto& [from, text] : {std::pair{Variant(int32_t{-12}), "-12"}, std::pair{Variant(0.1), "0.1"},
+                                     std::pair{Variant::Bool(true), "-1"}}) {
+        Variant out;
+        ASSERT_EQ(from.ChangeType(VT_BSTR, &out), S_OK) << text;
+        EXPECT_EQ(out.Bstr(), text);
+    }
 }
 
 TEST(Variant, ByReferenceFormsReadAndWriteTheCallersStorage) {
@@ -92,13 +91,10 @@ TEST(Variant, ByReferenceFormsReadAndWriteTheCallersStorage) {
     EXPECT_EQ(Variant::Ref(&i).AssignThroughRef(Variant("x")), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(i, 2);  // a failed store leaves the target alone
     EXPECT_EQ(Variant(1.0).AssignThroughRef(Variant(2.0)), E_INVALIDARG);
-}
 
-TEST(Variant, ChangeTypeDereferencesFirst) {
-    int16_t v = 9;
-    Variant out;
-    ASSERT_EQ(Variant::Ref(&v).ChangeType(VT_R8, &out), S_OK);
-    EXPECT_EQ(out.R8(), 9.0);
+    int16_t v = 9;  // ChangeType dereferences first
+    ASSERT_EQ(Variant::Ref(&v).ChangeType(VT_R8, &inner), S_OK);
+    EXPECT_EQ(inner.R8(), 9.0);
 }
 
 TEST(Variant, MissingArgumentIsAnError) {

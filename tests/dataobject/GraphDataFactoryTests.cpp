@@ -7,6 +7,7 @@
 #include "dataobject/GraphDataClass.h"
 #include "dataobject/GraphDataFactory.h"
 #include "TestSupport.h"
+#include "support/Caught.h"
 
 namespace vexplot {
 namespace {
@@ -44,30 +45,24 @@ TEST(GraphDataFactoryTest, SizeMismatchesThrowInvalidArgument) {
         {"Y scale", six, 2, 3, {}, {1}, "the Y scale has 1 values for 3 Y indices"},
     };
     for (const Case& c : cases) {
-        try {
-            CreateGraphData(c.values, c.x, c.y, c.xScale, c.yScale);
-            ADD_FAILURE() << c.name << ": no error";
-        } catch (const ComError& e) {
-            EXPECT_EQ(e.Code(), E_INVALIDARG) << c.name;
-            EXPECT_NE(std::string(e.what()).find(c.message), std::string::npos) << c.name << ": " << e.what();
-        }
+        const auto e = test::Caught<ComError>([&] { CreateGraphData(c.values, c.x, c.y, c.xScale, c.yScale); });
+        ASSERT_TRUE(e) << c.name;
+        EXPECT_EQ(e->Code(), E_INVALIDARG) << c.name;
+        EXPECT_NE(std::string(e->what()).find(c.message), std::string::npos) << c.name << ": " << e->what();
     }
 }
 
 TEST(GraphDataFactoryTest, LoadThrowsTheFilesDescription) {
     test::TempDir folder;
     const std::string path = folder / "grid.csv";
-    test::WriteFile(path, std::string("1,2\n3,x\n"));
-    try {
-        LoadGraphData(path);
-        FAIL() << "no error";
-    } catch (const ComError& e) {
-        EXPECT_EQ(e.Code(), STG_E_DOCFILECORRUPT);
-        EXPECT_EQ(e.Interface(), IPersistFile::kIid);
-        EXPECT_NE(std::string(e.what()).find(path + ": line 2, column 2: 'x' is not a number"), std::string::npos)
-            << e.what();
-    }
-    test::WriteFile(path, std::string("1,2\n3,4\n"));
+    folder.Write("grid.csv", "1,2\n3,x\n");
+    const auto e = test::Caught<ComError>([&] { LoadGraphData(path); });
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->Code(), STG_E_DOCFILECORRUPT);
+    EXPECT_EQ(e->Interface(), IPersistFile::kIid);
+    EXPECT_NE(std::string(e->what()).find(path + ": line 2, column 2: 'x' is not a number"), std::string::npos)
+        << e->what();
+    folder.Write("grid.csv", "1,2\n3,4\n");
     ComPtr<IGraphData> data = LoadGraphData(path);
     std::string name;
     data->GetName(&name);

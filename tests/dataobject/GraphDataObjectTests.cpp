@@ -14,38 +14,30 @@ namespace vexplot {
 namespace {
 
 using test::MakeGrid;
-using test::ValuesOf;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
 TEST(GraphDataObjectTest, WithoutGridHasZeroSizesAndEmptyArrays) {
     ComPtr<GraphDataObject> object = MakeComObject<GraphDataObject>();
-    int32_t x = -1, y = -1;
-    ASSERT_EQ(object->GetSize(&x, &y), S_OK);
-    EXPECT_EQ(x, 0);
-    EXPECT_EQ(y, 0);
+    EXPECT_EQ(test::Capture(*object), test::Snapshot{});  // sizes and state 0, nothing in the arrays
     SafeArray grid, scale;
     ASSERT_EQ(object->GetData(&grid), S_OK);
     EXPECT_EQ(grid.Dims(), 2u);
-    EXPECT_EQ(grid.ElementCount(), 0u);
     ASSERT_EQ(object->GetXScale(&scale), S_OK);
     EXPECT_EQ(scale.Dims(), 1u);
-    EXPECT_EQ(scale.ElementCount(), 0u);
     const double* values = reinterpret_cast<const double*>(1);
+    int32_t x = -1, y = -1;
     ASSERT_EQ(object->GetGridPointer(&values, &x, &y), S_OK);
     EXPECT_EQ(values, nullptr);
     double z = 1;
     EXPECT_EQ(object->GetZMin(&z), S_OK);
     EXPECT_EQ(z, 0);
-    int32_t ix = 9, iy = 9;
-    EXPECT_EQ(object->ValuesToIndices(1.0, 2.0, &ix, &iy), S_OK);
-    EXPECT_EQ(ix, 0);
-    EXPECT_EQ(iy, 0);
+    EXPECT_EQ(object->ValuesToIndices(1.0, 2.0, &x, &y), S_OK);
+    EXPECT_EQ(x + y, 0);
     EXPECT_EQ(object->GetValue(0, 0, &z), DISP_E_BADINDEX);
     EXPECT_EQ(object->GetValueAt(0, 0, &z), DISP_E_BADINDEX);
     EXPECT_EQ(object->IndicesToValues(0, 0, &z, &z), DISP_E_BADINDEX);
-    EXPECT_EQ(object->GetState(), 0);
     ClearErrorInfo();
 }
 
@@ -79,20 +71,15 @@ TEST(GraphDataObjectTest, PutDataSharesStorageAndTheFirstWriteCopiesOnce) {
 
 TEST(GraphDataObjectTest, PutDataResetsOnlyTheScalesThatNoLongerFit) {
     ComPtr<GraphDataObject> object = test::FilledObject();  // 3 x 2, X scale -1 0 1, Y scale 5 7
-    ASSERT_EQ(object->PutData(MakeGrid(4, 2, [](uint32_t, uint32_t) { return 1.0; })), S_OK);
-    SafeArray scale;
-    object->GetXScale(&scale);
-    EXPECT_EQ(ValuesOf(scale), (std::vector<double>{0, 1, 2, 3}));
-    object->GetYScale(&scale);
-    EXPECT_EQ(ValuesOf(scale), (std::vector<double>{5, 7}));
+    ASSERT_EQ(object->PutData(MakeGrid(4, 2, 1.0)), S_OK);
+    test::Snapshot s = test::Capture(*object);
+    EXPECT_EQ(s.xScale, (std::vector<double>{0, 1, 2, 3}));
+    EXPECT_EQ(s.yScale, (std::vector<double>{5, 7}));
 
     ASSERT_EQ(object->PutData(SafeArray()), S_OK);  // clears
-    int32_t x = -1, y = -1;
-    object->GetSize(&x, &y);
-    EXPECT_EQ(x + y, 0);
-    std::string label;
-    object->GetXLabel(&label);
-    EXPECT_EQ(label, "x") << "clearing the grid keeps the labels";
+    s = test::Capture(*object);
+    EXPECT_EQ(s.xCount + s.yCount, 0);
+    EXPECT_EQ(s.xLabel, "x") << "clearing the grid keeps the labels";
 }
 
 TEST(GraphDataObjectTest, InvalidPutsFailAndChangeNothing) {
@@ -104,7 +91,7 @@ TEST(GraphDataObjectTest, InvalidPutsFailAndChangeNothing) {
         HRESULT expected;
         const char* message;
     };
-    const SafeArray grid3x2 = MakeGrid(3, 2, [](uint32_t, uint32_t) { return 0.0; });
+    const SafeArray grid3x2 = MakeGrid(3, 2, 0.0);
     const Case cases[] = {
         {"1-D data", [](IGraphData& d) { return d.PutData(SafeArray::Create1D(6)); }, E_INVALIDARG,
          "1 dimensions instead of two"},
@@ -137,33 +124,40 @@ TEST(GraphDataObjectTest, InvalidPutsFailAndChangeNothing) {
     }
 }
 
+// The lowest and highest finite values and the count of NaN cells.
+struct Extent {
+    double min, max;
+    int64_t missing;
+    bool operator==(const Extent&) const = default;
+};
+
+Extent ExtentOf(IGraphDataAccess& data) {
+    Extent e{1e9, -1e9, -1};
+    data.GetZMin(&e.min);
+    data.GetZMax(&e.max);
+    data.GetMissingCount(&e.missing);
+    return e;
+}
+
 TEST(GraphDataObjectTest, ZExtentsSkipNaNAndInfinities) {
     struct Case {
         const char* name;
         std::vector<double> cells;  // a 1 x n grid
-        double min, max;
-        int64_t missing;
+        Extent extent;
     };
     const Case cases[] = {
-        {"plain", {3, -2, 5}, -2, 5, 0},
-        {"NaN skipped", {kNaN, 4, kNaN, 1}, 1, 4, 2},
-        {"infinities skipped", {-kInf, 2, kInf, 3}, 2, 3, 0},
-        {"nothing finite", {kNaN, kInf, kNaN}, 0, 0, 2},
-        {"single", {-7}, -7, -7, 0},
+        {"plain", {3, -2, 5}, {-2, 5, 0}},
+        {"NaN skipped", {kNaN, 4, kNaN, 1}, {1, 4, 2}},
+        {"infinities skipped", {-kInf, 2, kInf, 3}, {2, 3, 0}},
+        {"nothing finite", {kNaN, kInf, kNaN}, {0, 0, 2}},
+        {"single", {-7}, {-7, -7, 0}},
     };
     for (const Case& c : cases) {
         ComPtr<GraphDataObject> object = MakeComObject<GraphDataObject>();
         SafeArray grid = SafeArray::Create2D(static_cast<uint32_t>(c.cells.size()), 1);
         std::copy(c.cells.begin(), c.cells.end(), grid.MutableData());
         ASSERT_EQ(object->PutData(grid), S_OK) << c.name;
-        double lo = 1e9, hi = -1e9;
-        int64_t missing = -1;
-        object->GetZMin(&lo);
-        object->GetZMax(&hi);
-        object->GetMissingCount(&missing);
-        EXPECT_EQ(lo, c.min) << c.name;
-        EXPECT_EQ(hi, c.max) << c.name;
-        EXPECT_EQ(missing, c.missing) << c.name;
+        EXPECT_EQ(ExtentOf(*object), c.extent) << c.name;
     }
 }
 
@@ -180,24 +174,11 @@ TEST(GraphDataObjectTest, ZExtentCacheAgreesWithAFreshScanAfterEveryEdit) {
         const double value = choices[random() % std::size(choices)];
         ASSERT_EQ(object->PutValue(cell / 3, cell % 3, value), S_OK);
         if (random() % 3 != 0) continue;  // let edits pile up between reads
-        double lo = 0, hi = 0;
-        int64_t missing = 0;
-        object->GetZMin(&lo);
-        object->GetZMax(&hi);
-        object->GetMissingCount(&missing);
-
         ComPtr<GraphDataObject> fresh = MakeComObject<GraphDataObject>();
         SafeArray grid;
         object->GetData(&grid);
         fresh->PutData(SafeArray(grid));
-        double freshLo = 0, freshHi = 0;
-        int64_t freshMissing = 0;
-        fresh->GetZMin(&freshLo);
-        fresh->GetZMax(&freshHi);
-        fresh->GetMissingCount(&freshMissing);
-        ASSERT_EQ(lo, freshLo) << "step " << step;
-        ASSERT_EQ(hi, freshHi) << "step " << step;
-        ASSERT_EQ(missing, freshMissing) << "step " << step;
+        ASSERT_EQ(ExtentOf(*object), ExtentOf(*fresh)) << "step " << step;
     }
 }
 
@@ -219,7 +200,7 @@ TEST(GraphDataObjectTest, IndexAndValueMappingUsesTheScales) {
 TEST(GraphDataObjectTest, StateCountsChangesAndDirtyFollowsSaves) {
     ComPtr<GraphDataObject> object = MakeComObject<GraphDataObject>();
     EXPECT_EQ(object->IsDirty(), S_FALSE);
-    object->PutData(MakeGrid(2, 2, [](uint32_t, uint32_t) { return 0.0; }));
+    object->PutData(MakeGrid(2, 2, 0.0));
     object->PutValue(0, 0, 1);
     object->PutName("n");
     EXPECT_EQ(object->GetState(), 3);

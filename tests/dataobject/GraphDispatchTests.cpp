@@ -74,23 +74,18 @@ TEST(GraphDispatchTest, PropertyGetsAnswerWithTheObjectsValues) {
 }
 
 TEST(GraphDispatchTest, PropertyPutsReachTheObject) {
-    ComPtr<GraphDataObject> object = test::FilledObject();
+    ComPtr<GraphDataObject> object = test::FilledObject();  // 3 x 2
     IDispatch& d = *object;
-    EXPECT_EQ(Invoke(d, IdOf(d, "YLabel"), DISPATCH_PROPERTYPUT, {Variant("depth")}).hr, S_OK);
-    EXPECT_EQ(Invoke(d, IdOf(d, "Value"), DISPATCH_PROPERTYPUT, {Variant(int32_t{1}), Variant(int32_t{0}), Variant(2.5)}).hr,
-              S_OK);
-    EXPECT_EQ(Invoke(d, IdOf(d, "XScale"), DISPATCH_PROPERTYPUT,
-                     {Variant(SafeArray::FromValues(std::vector<double>{1, 2, 3}))}).hr,
-              S_OK);
-    std::string label;
-    object->GetYLabel(&label);
-    EXPECT_EQ(label, "depth");
-    double v = 0;
-    object->GetValue(1, 0, &v);
-    EXPECT_EQ(v, 2.5);
-    SafeArray scale;
-    object->GetXScale(&scale);
-    EXPECT_EQ(test::ValuesOf(scale), (std::vector<double>{1, 2, 3}));
+    const auto put = [&](const char* name, std::vector<Variant> args) {
+        EXPECT_EQ(Invoke(d, IdOf(d, name), DISPATCH_PROPERTYPUT, std::move(args)).hr, S_OK) << name;
+    };
+    put("YLabel", {Variant("depth")});
+    put("Value", {Variant(int32_t{1}), Variant(int32_t{0}), Variant(2.5)});
+    put("XScale", {Variant(SafeArray::FromValues(std::vector<double>{1, 2, 3}))});
+    const test::Snapshot s = test::Capture(*object);
+    EXPECT_EQ(s.yLabel, "depth");
+    EXPECT_EQ(s.grid[1 * 2 + 0], 2.5);  // cell (1, 0)
+    EXPECT_EQ(s.xScale, (std::vector<double>{1, 2, 3}));
 }
 
 TEST(GraphDispatchTest, ErrorsAreTheOnesAutomationClientsExpect) {

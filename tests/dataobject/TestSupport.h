@@ -1,48 +1,24 @@
 #pragma once
-// Helpers shared by the data object's tests: a scratch folder, grids built
-// from a formula, NumPy files built byte by byte (independently of the
-// reader), and snapshots of an object for "left unchanged" checks.
-#include <stdlib.h>
-
+// Helpers shared by the data object's tests: NumPy files built byte by byte
+// (independently of the reader), and snapshots of an object for "left
+// unchanged" checks.
 #include <bit>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "com/ComPtr.h"
-#include "support/TempDir.h"
 #include "com/MemoryStream.h"
 #include "com/SafeArray.h"
+#include "com/StreamWriter.h"
 #include "dataobject/GraphDataObject.h"
 #include "dataobject/IGraphData.h"
+#include "support/Grid.h"
+#include "support/TempDir.h"
 
 namespace vexplot::test {
 
 using Bytes = std::vector<uint8_t>;
-
-inline void WriteFile(const std::string& path, const void* bytes, size_t size) {
-    std::ofstream out(path, std::ios::binary);
-    out.write(static_cast<const char*>(bytes), static_cast<std::streamsize>(size));
-}
-inline void WriteFile(const std::string& path, const Bytes& bytes) { WriteFile(path, bytes.data(), bytes.size()); }
-inline void WriteFile(const std::string& path, const std::string& text) { WriteFile(path, text.data(), text.size()); }
-
-inline Bytes ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(in), {});
-}
-
-// A grid of xCount by yCount (dimension 0 = Y) with value(ix, iy) in each cell.
-inline SafeArray MakeGrid(uint32_t xCount, uint32_t yCount, const std::function<double(uint32_t, uint32_t)>& value) {
-    SafeArray grid = SafeArray::Create2D(yCount, xCount);
-    double* cells = grid.MutableData();
-    for (uint32_t ix = 0; ix < xCount; ++ix)
-        for (uint32_t iy = 0; iy < yCount; ++iy) cells[size_t{ix} * yCount + iy] = value(ix, iy);
-    return grid;
-}
 
 inline std::vector<double> ValuesOf(const SafeArray& a) { return {a.Values().begin(), a.Values().end()}; }
 
@@ -64,11 +40,13 @@ struct Snapshot {
     }
 };
 
-inline Snapshot Capture(IGraphData& data) {
+// With `withState` false the change counter reads 0, for comparing objects
+// with different histories.
+inline Snapshot Capture(IGraphData& data, bool withState = true) {
     Snapshot s;
     SafeArray array;
     data.GetSize(&s.xCount, &s.yCount);
-    s.state = data.GetState();
+    s.state = withState ? data.GetState() : 0;
     data.GetData(&array);
     s.grid = ValuesOf(array);
     data.GetXScale(&array);
@@ -95,21 +73,14 @@ inline ComPtr<GraphDataObject> FilledObject() {
     return object;
 }
 
-// The bytes of one value of type T in the given byte order.
-template <class T>
-Bytes Encode(T value, bool bigEndian) {
-    Bytes bytes(sizeof(T));
-    std::memcpy(bytes.data(), &value, sizeof(T));
-    if (bigEndian == (std::endian::native == std::endian::little)) std::reverse(bytes.begin(), bytes.end());
-    return bytes;
-}
-
+// The bytes of values of type T, each in the given byte order.
 template <class T>
 Bytes EncodeAll(const std::vector<T>& values, bool bigEndian) {
-    Bytes out;
-    for (const T& v : values) {
-        const Bytes one = Encode(v, bigEndian);
-        out.insert(out.end(), one.begin(), one.end());
+    Bytes out(values.size() * sizeof(T));
+    for (size_t i = 0; i < values.size(); ++i) {
+        const auto one = out.begin() + static_cast<ptrdiff_t>(i * sizeof(T));
+        std::memcpy(&*one, &values[i], sizeof(T));
+        if (bigEndian == (std::endian::native == std::endian::little)) std::reverse(one, one + sizeof(T));
     }
     return out;
 }
@@ -126,6 +97,24 @@ inline Bytes NpyFile(const std::string& dictionary, const Bytes& data, int major
     out.insert(out.end(), header.begin(), header.end());
     out.insert(out.end(), data.begin(), data.end());
     return out;
+}
+
+// A ".3do" stream by its layout, whose counts need not match what follows
+// them: magic, version, the counts, the scale values, the four texts (X, Y
+// and Z label, name), the grid values.
+inline Bytes ThreeDo(int32_t xCount, int32_t yCount, const std::vector<double>& scales,
+                     const std::vector<std::string>& texts, const std::vector<double>& grid, int32_t version = 1) {
+    ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>();
+    StreamWriter w(stream.Get());
+    const uint8_t magic[] = {'V', 'X', '3', 'D', 'O', '\r', '\n', 0x1A};
+    w.WriteBytes(magic);
+    w.WriteInt32(version);
+    w.WriteInt32(xCount);
+    w.WriteInt32(yCount);
+    w.WriteDoubles(scales);
+    for (const std::string& text : texts) w.WriteString(text);
+    w.WriteDoubles(grid);
+    return stream->Bytes();
 }
 
 inline std::string NpyDictionary(const std::string& descr, bool fortran, const std::string& shape) {

@@ -33,7 +33,7 @@ public:
 };
 
 // "a,b,c" of the arguments: numbers as the stream writes them, bools as 0/1,
-// enumerations as their values.
+// enumerations as their values, a null text as "null".
 template <class... A>
 std::string Args(const A&... args) {
     std::ostringstream out;
@@ -41,15 +41,18 @@ std::string Args(const A&... args) {
     auto put = [&](const auto& value) {
         out << separator;
         separator = ",";
-        using T = std::decay_t<decltype(value)>;
+        using T = std::remove_cvref_t<decltype(value)>;
         if constexpr (std::is_enum_v<T>)
             out << static_cast<std::underlying_type_t<T>>(value);
         else if constexpr (std::is_same_v<T, bool>)
             out << (value ? 1 : 0);
+        else if constexpr (std::is_same_v<T, const char*>)
+            out << (value ? value : "null");
         else
             out << value;
     };
     (put(args), ...);
+    static_cast<void>(put);  // used by none when there are no arguments
     return out.str();
 }
 

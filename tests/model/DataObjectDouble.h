@@ -4,10 +4,14 @@
 #include <memory>
 
 #include "CallLog.h"
+#include "com/ClassFactory.h"
+#include "com/ClassRegistry.h"
 #include "com/ComObject.h"
 #include "com/IClassFactory.h"
 #include "com/IConnectionPoint.h"
 #include "com/IPersist.h"
+#include "dataobject/GraphDataClass.h"
+#include "dataobject/GraphDataObject.h"
 #include "dataobject/IGraphData.h"
 #include "dataobject/IGraphDataAccess.h"
 
@@ -22,69 +26,133 @@ namespace vexplot::test {
 class DataObjectDouble final : public ComObject<IGraphData, IGraphDataAccess, IConnectionPointContainer,
                                                 IPersistFile, IRunnableObject> {
 public:
-    explicit DataObjectDouble(ComPtr<IGraphData> inner);
+    explicit DataObjectDouble(ComPtr<IGraphData> inner)
+        : inner_(std::move(inner)),
+          access_(inner_.As<IGraphDataAccess>()),
+          container_(inner_.As<IConnectionPointContainer>()),
+          file_(inner_.As<IPersistFile>()) {}
 
-    HRESULT QueryInterface(const IID& iid, void** out) override;
+    HRESULT QueryInterface(const IID& iid, void** out) override {
+        const auto it = queryResults.find(iid);
+        if (it == queryResults.end()) return ComObject::QueryInterface(iid, out);
+        if (out) *out = nullptr;
+        return it->second;
+    }
 
-    HRESULT GetTypeInfoCount(uint32_t* count) override;
-    HRESULT GetTypeInfo(uint32_t index, LCID lcid, IUnknown** info) override;
-    HRESULT GetIDsOfNames(const IID& riid, const char* const* names, uint32_t count, LCID lcid,
-                          DISPID* ids) override;
+    // IDispatch
+    HRESULT GetTypeInfoCount(uint32_t* n) override {
+        return Forward("GetTypeInfoCount", &IDispatch::GetTypeInfoCount, n);
+    }
+    HRESULT GetTypeInfo(uint32_t i, LCID lcid, IUnknown** info) override {
+        return Forward("GetTypeInfo", &IDispatch::GetTypeInfo, i, lcid, info);
+    }
+    HRESULT GetIDsOfNames(const IID& riid, const char* const* names, uint32_t count, LCID lcid, DISPID* ids) override {
+        return Forward("GetIDsOfNames", &IDispatch::GetIDsOfNames, riid, names, count, lcid, ids);
+    }
     HRESULT Invoke(DISPID member, const IID& riid, LCID lcid, uint16_t flags, DispParams* params, Variant* result,
-                   ExcepInfo* excepInfo, uint32_t* argErr) override;
+                   ExcepInfo* excepInfo, uint32_t* argErr) override {
+        return Forward("Invoke", &IDispatch::Invoke, member, riid, lcid, flags, params, result, excepInfo, argErr);
+    }
 
-    HRESULT GetData(SafeArray* grid) override;
-    HRESULT PutData(const SafeArray& grid) override;
-    HRESULT GetXScale(SafeArray* scale) override;
-    HRESULT PutXScale(const SafeArray& scale) override;
-    HRESULT GetYScale(SafeArray* scale) override;
-    HRESULT PutYScale(const SafeArray& scale) override;
-    HRESULT GetXLabel(std::string* label) override;
-    HRESULT PutXLabel(const std::string& label) override;
-    HRESULT GetYLabel(std::string* label) override;
-    HRESULT PutYLabel(const std::string& label) override;
-    HRESULT GetZLabel(std::string* label) override;
-    HRESULT PutZLabel(const std::string& label) override;
-    int32_t GetState() override;
-    HRESULT GetSize(int32_t* xCount, int32_t* yCount) override;
-    HRESULT SetGrid(const SafeArray& grid, const SafeArray& xScale, const SafeArray& yScale) override;
-    HRESULT GetName(std::string* name) override;
-    HRESULT PutName(const std::string& name) override;
-    HRESULT GetValue(int32_t row, int32_t column, double* value) override;
-    HRESULT PutValue(int32_t row, int32_t column, double value) override;
+    // IGraphData
+    HRESULT GetData(SafeArray* grid) override { return Forward("GetData", &IGraphData::GetData, grid); }
+    HRESULT PutData(const SafeArray& grid) override { return Forward("PutData", &IGraphData::PutData, grid); }
+    HRESULT GetXScale(SafeArray* s) override { return Forward("GetXScale", &IGraphData::GetXScale, s); }
+    HRESULT PutXScale(const SafeArray& s) override { return Forward("PutXScale", &IGraphData::PutXScale, s); }
+    HRESULT GetYScale(SafeArray* s) override { return Forward("GetYScale", &IGraphData::GetYScale, s); }
+    HRESULT PutYScale(const SafeArray& s) override { return Forward("PutYScale", &IGraphData::PutYScale, s); }
+    HRESULT GetXLabel(std::string* l) override { return Forward("GetXLabel", &IGraphData::GetXLabel, l); }
+    HRESULT PutXLabel(const std::string& l) override { return Forward("PutXLabel", &IGraphData::PutXLabel, l); }
+    HRESULT GetYLabel(std::string* l) override { return Forward("GetYLabel", &IGraphData::GetYLabel, l); }
+    HRESULT PutYLabel(const std::string& l) override { return Forward("PutYLabel", &IGraphData::PutYLabel, l); }
+    HRESULT GetZLabel(std::string* l) override { return Forward("GetZLabel", &IGraphData::GetZLabel, l); }
+    HRESULT PutZLabel(const std::string& l) override { return Forward("PutZLabel", &IGraphData::PutZLabel, l); }
+    int32_t GetState() override {
+        log.Record("GetState");
+        return inner_->GetState();
+    }
+    HRESULT GetSize(int32_t* x, int32_t* y) override { return Forward("GetSize", &IGraphData::GetSize, x, y); }
+    HRESULT SetGrid(const SafeArray& grid, const SafeArray& x, const SafeArray& y) override {
+        return Forward("SetGrid", &IGraphData::SetGrid, grid, x, y);
+    }
+    HRESULT GetName(std::string* n) override { return Forward("GetName", &IGraphData::GetName, n); }
+    HRESULT PutName(const std::string& n) override { return Forward("PutName", &IGraphData::PutName, n); }
+    HRESULT GetValue(int32_t r, int32_t c, double* v) override {
+        return Forward("GetValue", &IGraphData::GetValue, r, c, v);
+    }
+    HRESULT PutValue(int32_t r, int32_t c, double v) override {
+        return Forward("PutValue", &IGraphData::PutValue, r, c, v);
+    }
 
-    HRESULT GetZMin(double* zMin) override;
-    HRESULT GetZMax(double* zMax) override;
-    HRESULT GetData(Variant* grid) override;
-    HRESULT GetXScale(Variant* scale) override;
-    HRESULT GetYScale(Variant* scale) override;
-    HRESULT IndicesToValues(int32_t xIndex, int32_t yIndex, double* x, double* y) override;
-    HRESULT GetValueAt(double x, double y, double* z) override;
-    HRESULT GetMissingCount(int64_t* count) override;
-    HRESULT GetGridPointer(const double** values, int32_t* xCount, int32_t* yCount) override;
-    HRESULT ValuesToIndices(double x, double y, int32_t* xIndex, int32_t* yIndex) override;
+    // IGraphDataAccess
+    HRESULT GetZMin(double* z) override { return ForwardTo("GetZMin", access_, &Access::GetZMin, z); }
+    HRESULT GetZMax(double* z) override { return ForwardTo("GetZMax", access_, &Access::GetZMax, z); }
+    HRESULT GetData(Variant* g) override { return ForwardTo("AccessGetData", access_, &Access::GetData, g); }
+    HRESULT GetXScale(Variant* s) override { return ForwardTo("AccessGetXScale", access_, &Access::GetXScale, s); }
+    HRESULT GetYScale(Variant* s) override { return ForwardTo("AccessGetYScale", access_, &Access::GetYScale, s); }
+    HRESULT IndicesToValues(int32_t ix, int32_t iy, double* x, double* y) override {
+        return ForwardTo("IndicesToValues", access_, &Access::IndicesToValues, ix, iy, x, y);
+    }
+    HRESULT GetValueAt(double x, double y, double* z) override {
+        return ForwardTo("GetValueAt", access_, &Access::GetValueAt, x, y, z);
+    }
+    HRESULT GetMissingCount(int64_t* n) override {
+        return ForwardTo("GetMissingCount", access_, &Access::GetMissingCount, n);
+    }
+    HRESULT GetGridPointer(const double** values, int32_t* x, int32_t* y) override {
+        return ForwardTo("GetGridPointer", access_, &Access::GetGridPointer, values, x, y);
+    }
+    HRESULT ValuesToIndices(double x, double y, int32_t* ix, int32_t* iy) override {
+        return ForwardTo("ValuesToIndices", access_, &Access::ValuesToIndices, x, y, ix, iy);
+    }
 
-    HRESULT GetConnectionPointCount(uint32_t* count) override;
-    HRESULT FindConnectionPoint(const IID& iid, IConnectionPoint** out) override;
+    // IConnectionPointContainer
+    HRESULT GetConnectionPointCount(uint32_t* n) override {
+        return ForwardTo("GetConnectionPointCount", container_, &Points::GetConnectionPointCount, n);
+    }
+    HRESULT FindConnectionPoint(const IID& iid, IConnectionPoint** out) override {
+        return ForwardTo("FindConnectionPoint", container_, &Points::FindConnectionPoint, iid, out);
+    }
 
-    HRESULT GetClassID(CLSID* clsid) override;
-    HRESULT IsDirty() override;
-    HRESULT Load(const char* fileName, uint32_t mode) override;
-    HRESULT Save(const char* fileName, bool remember) override;
-    HRESULT SaveCompleted(const char* fileName) override;
-    HRESULT GetCurFile(char* buffer, uint32_t size) override;
+    // IPersistFile
+    HRESULT GetClassID(CLSID* id) override { return ForwardTo("GetClassID", file_, &File::GetClassID, id); }
+    HRESULT IsDirty() override { return ForwardTo("IsDirty", file_, &File::IsDirty); }
+    HRESULT Load(const char* name, uint32_t mode) override { return ForwardTo("Load", file_, &File::Load, name, mode); }
+    HRESULT Save(const char* name, bool remember) override {
+        return ForwardTo("Save", file_, &File::Save, name, remember);
+    }
+    HRESULT SaveCompleted(const char* name) override {
+        return ForwardTo("SaveCompleted", file_, &File::SaveCompleted, name);
+    }
+    HRESULT GetCurFile(char* buffer, uint32_t size) override {
+        return ForwardTo("GetCurFile", file_, &File::GetCurFile, buffer, size);
+    }
 
-    HRESULT Run() override;
+    // IRunnableObject
+    HRESULT Run() override { return log.Record("Run"); }
 
     CallLog log;
     std::map<IID, HRESULT> queryResults;
     std::shared_ptr<bool> destroyed = std::make_shared<bool>(false);
 
 private:
-    ~DataObjectDouble() override;
+    using Access = IGraphDataAccess;
+    using Points = IConnectionPointContainer;
+    using File = IPersistFile;
 
-    template <class Call>
-    HRESULT Forward(const char* operation, Call call);
+    ~DataObjectDouble() override { *destroyed = true; }
+
+    // Records `operation`, then answers the failure injected for it or calls
+    // `method` of `target` (Forward: of the inner object's main interface).
+    template <class T, class M, class... A>
+    HRESULT ForwardTo(const char* operation, const ComPtr<T>& target, M method, A&&... args) {
+        const HRESULT hr = log.Record(operation);
+        return FAILED(hr) ? hr : (target.Get()->*method)(std::forward<A>(args)...);
+    }
+    template <class M, class... A>
+    HRESULT Forward(const char* operation, M method, A&&... args) {
+        return ForwardTo(operation, inner_, method, std::forward<A>(args)...);
+    }
 
     ComPtr<IGraphData> inner_;
     ComPtr<IGraphDataAccess> access_;
@@ -97,7 +165,9 @@ private:
 class DataObjectDoubleFactory final : public ComObject<IClassFactory> {
 public:
     explicit DataObjectDoubleFactory(std::function<ComPtr<DataObjectDouble>()> make) : make_(std::move(make)) {}
-    HRESULT CreateInstance(IUnknown* outer, const IID& iid, void** out) override;
+    HRESULT CreateInstance(IUnknown* outer, const IID& iid, void** out) override {
+        return outer ? CLASS_E_NOAGGREGATION : make_()->QueryInterface(iid, out);
+    }
     HRESULT LockServer(bool) override { return S_OK; }
 
 private:
@@ -109,8 +179,13 @@ private:
 // puts the real data object's class back.
 class ScopedDataClass {
 public:
-    explicit ScopedDataClass(ComPtr<IClassFactory> factory);
-    ~ScopedDataClass();
+    explicit ScopedDataClass(ComPtr<IClassFactory> factory) {
+        ClassRegistry::Instance().Register(CLSID_GraphData, std::move(factory), CLSCTX_INPROC);
+    }
+    ~ScopedDataClass() {
+        ClassRegistry::Instance().Register(CLSID_GraphData, MakeComObject<ClassFactory<GraphDataObject>>(),
+                                           CLSCTX_INPROC);
+    }
     ScopedDataClass(const ScopedDataClass&) = delete;
     ScopedDataClass& operator=(const ScopedDataClass&) = delete;
 };

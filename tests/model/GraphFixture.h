@@ -14,6 +14,8 @@
 #include "dataobject/GraphDataFactory.h"
 #include "model/CGD_GraphObject.h"
 #include "model/CGD_GraphObjectList.h"
+#include "support/Caught.h"
+#include "support/Grid.h"
 
 namespace vexplot::test {
 
@@ -22,10 +24,8 @@ inline double Cell(int ix, int iy) { return ix * 1000.0 + iy; }
 
 // All cells of an xCount x yCount grid in grid order (X index slower).
 inline std::vector<double> Cells(int xCount, int yCount) {
-    std::vector<double> values;
-    for (int ix = 0; ix < xCount; ++ix)
-        for (int iy = 0; iy < yCount; ++iy) values.push_back(Cell(ix, iy));
-    return values;
+    const SafeArray grid = MakeGrid(static_cast<uint32_t>(xCount), static_cast<uint32_t>(yCount), Cell);
+    return {grid.Values().begin(), grid.Values().end()};
 }
 
 // A graph object list owned by a recording host with a recording engine,
@@ -61,13 +61,10 @@ protected:
 
 // Runs `call` and checks that it raises ComError with `code` on `iid`.
 inline void ExpectComError(const std::function<void()>& call, HRESULT code, const IID& iid) {
-    try {
-        call();
-        ADD_FAILURE() << "no ComError, expected " << HResultText(code);
-    } catch (const ComError& e) {
-        EXPECT_EQ(HResultText(e.Code()), HResultText(code));
-        EXPECT_EQ(e.Interface().ToString(), iid.ToString());
-    }
+    const auto e = Caught<ComError>(call);
+    ASSERT_TRUE(e) << "expected " << HResultText(code);
+    EXPECT_EQ(HResultText(e->Code()), HResultText(code));
+    EXPECT_EQ(e->Interface().ToString(), iid.ToString());
 }
 
 }  // namespace vexplot::test

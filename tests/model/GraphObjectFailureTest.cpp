@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -19,20 +18,10 @@ class GraphObjectFailureTest : public GraphFixture {
 protected:
     // Around a data object made directly, not through the class registry,
     // which may be serving doubles.
-    static ComPtr<DataObjectDouble> MakeDouble(int xCount = 4, int yCount = 3) {
+    static ComPtr<DataObjectDouble> MakeDouble(uint32_t xCount = 4, uint32_t yCount = 3) {
         ComPtr<IGraphData> inner(MakeComObject<GraphDataObject>());
-        SafeArray grid = SafeArray::Create2D(static_cast<uint32_t>(yCount), static_cast<uint32_t>(xCount));
-        const std::vector<double> cells = Cells(xCount, yCount);
-        std::copy(cells.begin(), cells.end(), grid.MutableData());
-        EXPECT_EQ(inner->SetGrid(grid, SafeArray::FromValues(Indices(xCount)), SafeArray::FromValues(Indices(yCount))),
-                  S_OK);
+        EXPECT_EQ(inner->PutData(MakeGrid(xCount, yCount, Cell)), S_OK);  // scales 0, 1, 2, ...
         return MakeComObject<DataObjectDouble>(inner);
-    }
-
-    static std::vector<double> Indices(int count) {
-        std::vector<double> values;
-        for (int i = 0; i < count; ++i) values.push_back(i);
-        return values;
     }
 
     // A saved 4 x 3 grid for the file paths.

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -11,12 +10,9 @@ namespace {
 
 class GraphObjectListTest : public GraphFixture {
 protected:
-    // A grid array of the given sizes (dimension 1 = X) holding `offset` + Cell.
-    static SafeArray Grid(int xCount, int yCount, double offset = 0.0) {
-        SafeArray grid = SafeArray::Create2D(static_cast<uint32_t>(yCount), static_cast<uint32_t>(xCount));
-        const std::vector<double> cells = Cells(xCount, yCount);
-        for (size_t i = 0; i < cells.size(); ++i) grid.MutableData()[i] = cells[i] + offset;
-        return grid;
+    // A grid array of the given sizes holding `offset` + Cell.
+    static SafeArray Grid(uint32_t xCount, uint32_t yCount, double offset = 0.0) {
+        return MakeGrid(xCount, yCount, [offset](uint32_t ix, uint32_t iy) { return Cell(ix, iy) + offset; });
     }
 
     static std::vector<double> Scale(IGraphData* data, bool x) {

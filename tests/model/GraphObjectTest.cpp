@@ -49,12 +49,8 @@ TEST_F(GraphObjectTest, PreviewSamplesTheGridAtItsSteps) {
                 ASSERT_EQ(graph.Preview()[static_cast<size_t>(i * c.previewY + j)], Cell(i * c.stepX, j * c.stepY))
                     << i << ", " << j;
     }
-}
-
-TEST_F(GraphObjectTest, BuildPreviewWithoutAUsableFactorLeavesNone) {
     CGD_GraphObject& graph = Show(MakeData(120, 40).Get());
-    ASSERT_FALSE(graph.Preview().empty());
-    graph.BuildPreview(0);
+    graph.BuildPreview(0);  // without a usable factor: none
     EXPECT_TRUE(graph.Preview().empty());
 }
 
@@ -88,23 +84,19 @@ TEST_F(GraphObjectTest, RowsOfTheFullGridAreCutAtItsEnd) {
     }
 }
 
+// Rows stop at the preview's last row: 101 / 2 rounds to 51, but the
+// preview of 101 x 20 has 50.
 TEST_F(GraphObjectTest, RowsOfThePreviewSampleTheRequestedRows) {
-    CGD_GraphObject& graph = Show(MakeData(120, 40).Get());
-    graph.SetUsePreview(true);
-    const RowsCase cases[] = {
-        {0, 0, 10, 5, 5}, {4, 6, 6, 1, 3}, {100, 0, 50, 1, 10}, {0, 0, 5, 1, 3}, {118, 0, 2, 1, 1},
+    const std::pair<int, RowsCase> cases[] = {
+        {120, {0, 0, 10, 5, 5}}, {120, {4, 6, 6, 1, 3}}, {120, {100, 0, 50, 1, 10}},
+        {120, {0, 0, 5, 1, 3}},  {120, {118, 0, 2, 1, 1}}, {101, {0, 0, 101, 1, 50}},
     };
-    for (const RowsCase& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.x0 << "," << c.y0 << "," << c.nx);
+    for (const auto& [xCount, c] : cases) {
+        SCOPED_TRACE(testing::Message() << xCount << ": " << c.x0 << "," << c.y0 << "," << c.nx);
+        CGD_GraphObject& graph = Show(MakeData(xCount, xCount == 101 ? 20 : 40).Get());
+        graph.SetUsePreview(true);
         ExpectRows(graph.GetRows(c.x0, c.y0, c.nx, c.ny), c, 2);
     }
-}
-
-TEST_F(GraphObjectTest, PreviewRowsStopAtThePreviewsLastRow) {
-    // 101 / 2 rounds to 51 rows, but the preview has 50.
-    CGD_GraphObject& graph = Show(MakeData(101, 20).Get());
-    graph.SetUsePreview(true);
-    ExpectRows(graph.GetRows(0, 0, 101, 1), {0, 0, 101, 1, 50}, 2);
 }
 
 TEST_F(GraphObjectTest, RangesAreTheScalesEndsAndShownRangeMapsToNearestIndices) {
@@ -133,25 +125,9 @@ TEST_F(GraphObjectTest, RangesAreTheScalesEndsAndShownRangeMapsToNearestIndices)
     }
 }
 
+// The grid goes to both surfaces, then the owner hears of it, as far as the
+// view mode, the one-dimensional view and suppression allow.
 TEST_F(GraphObjectTest, UpdateEngineSendsGridToBothSurfacesThenOwner) {
-    CGD_GraphObject& graph = Show(MakeData(4, 3).Get());
-    graph.UpdateEngine();
-    const Names expected = {"device.SetGrid(4,3,0,3,0,2,0,3002,0)",
-                            "host.Is3DViewCurrent()",
-                            "view.Refresh(1)",
-                            "view.SetGrid(4,3,0,3,0,2,0,3002,0)",
-                            "view.SetDataVisible(1)",
-                            "host.Redraw(0)",
-                            "host.SetSurfaceViewAvailable(1)",
-                            "host.SetXLabel(time)",
-                            "host.SetYLabel(depth)",
-                            "host.SetZLabel(level)"};
-    EXPECT_EQ(log->calls, expected);
-    EXPECT_EQ(engine->device->grid, Cells(4, 3));
-    EXPECT_EQ(engine->view->grid, Cells(4, 3));
-}
-
-TEST_F(GraphObjectTest, UpdateEngineFollowsViewModeOneDimensionalViewAndSuppression) {
     struct Case {
         const char* name;
         int32_t is3DCurrent;
@@ -162,6 +138,9 @@ TEST_F(GraphObjectTest, UpdateEngineFollowsViewModeOneDimensionalViewAndSuppress
     const std::string deviceGrid = "device.SetGrid(4,3,0,3,0,2,0,3002,0)";
     const std::string viewGrid = "view.SetGrid(4,3,0,3,0,2,0,3002,0)";
     const Case cases[] = {
+        {"3-D current", 1, 0, false,
+         {deviceGrid, "host.Is3DViewCurrent()", "view.Refresh(1)", viewGrid, "view.SetDataVisible(1)",
+          "host.Redraw(0)", "host.SetSurfaceViewAvailable(1)"}},
         {"2-D current", 0, 0, false,
          {deviceGrid, "host.Is3DViewCurrent()", viewGrid, "view.SetDataVisible(1)", "host.Redraw(0)",
           "host.SetSurfaceViewAvailable(1)"}},
@@ -183,6 +162,8 @@ TEST_F(GraphObjectTest, UpdateEngineFollowsViewModeOneDimensionalViewAndSuppress
         EXPECT_EQ(log->calls, Concat(c.expected, {"host.SetXLabel(time)", "host.SetYLabel(depth)",
                                                   "host.SetZLabel(level)"}));
     }
+    EXPECT_EQ(engine->device->grid, Cells(4, 3));
+    EXPECT_EQ(engine->view->grid, Cells(4, 3));
 }
 
 TEST_F(GraphObjectTest, NewEngineRootReleasesTheOldViewsGridFirst) {
@@ -218,17 +199,19 @@ TEST_F(GraphObjectTest, NotificationsToAnInactiveGraphObjectChangeNothing) {
     EXPECT_TRUE(std::equal(preview.begin(), preview.end(), inactive.Preview().begin(), inactive.Preview().end()));
 }
 
-TEST_F(GraphObjectTest, DataChangedOnTheActiveObjectResendsAndRebuildsThePreview) {
+// New data is resent and the preview rebuilt; new labels reset the three
+// axis labels.
+TEST_F(GraphObjectTest, DataAndLabelsChangedOnTheActiveObjectReachEngineAndOwner) {
     auto data = MakeData(120, 40);
     CGD_GraphObject& graph = Show(data.Get());
-    SafeArray grid;
-    ASSERT_EQ(data->GetData(&grid), S_OK);
-    grid.MutableData()[0] = -7.0;
-    ASSERT_EQ(data->PutData(grid), S_OK);
-
+    ASSERT_EQ(data->PutValue(0, 0, -7.0), S_OK);
     EXPECT_EQ(log->Names(), Concat(Concat({"device.ResetData"}, kUpdateEngine), {"host.RefreshGraphObject"}));
     EXPECT_EQ(graph.Preview()[0], -7.0);
     EXPECT_EQ(engine->view->grid[0], -7.0);
+
+    log->calls.clear();
+    ASSERT_EQ(data->PutZLabel("volts"), S_OK);
+    EXPECT_EQ(log->calls, (Names{"host.ResetAxisLabel(X)", "host.ResetAxisLabel(Y)", "host.ResetAxisLabel(Z)"}));
 }
 
 // Regression: a host that puts a larger grid into its data object must not
@@ -236,10 +219,7 @@ TEST_F(GraphObjectTest, DataChangedOnTheActiveObjectResendsAndRebuildsThePreview
 TEST_F(GraphObjectTest, DataChangedToAnotherSizeReadsTheNewSizes) {
     auto data = MakeData(120, 40);
     CGD_GraphObject& graph = Show(data.Get());
-    SafeArray grid = SafeArray::Create2D(60, 200);
-    const std::vector<double> cells = Cells(200, 60);
-    std::copy(cells.begin(), cells.end(), grid.MutableData());
-    ASSERT_EQ(data->PutData(grid), S_OK);
+    ASSERT_EQ(data->PutData(MakeGrid(200, 60, Cell)), S_OK);
 
     const CGD_GraphObject::Geometry& g = graph.GetGeometry();
     EXPECT_EQ(g.xCount, 200);
@@ -282,13 +262,6 @@ TEST_F(GraphObjectTest, TicksChangedClosesTheEditorAndRefreshesOrRebuildsTheSect
         EXPECT_EQ(names.back(), oneDimensional ? "host.Rebuild1DView" : "host.RefreshGraphObject");
         EXPECT_EQ(log->calls[1], "device.SetGrid(4,3,0,3,5,7,0,3002,0)");
     }
-}
-
-TEST_F(GraphObjectTest, LabelsChangedResetsTheThreeAxisLabels) {
-    auto data = MakeData(4, 3);
-    Show(data.Get());
-    ASSERT_EQ(data->PutZLabel("volts"), S_OK);
-    EXPECT_EQ(log->calls, (Names{"host.ResetAxisLabel(X)", "host.ResetAxisLabel(Y)", "host.ResetAxisLabel(Z)"}));
 }
 
 TEST_F(GraphObjectTest, DataFlagReachesTheEngineOnlyWhenChangedOnTheActiveObject) {

@@ -1,12 +1,13 @@
 #pragma once
 #include <memory>
+#include <string>
 #include <vector>
 
+#include "CallLog.h"
 #include "com/ComObject.h"
 #include "engine/IGraphDevice2D.h"
 #include "engine/IGraphEngine.h"
 #include "engine/IGraphView3D.h"
-#include "CallLog.h"
 
 namespace vexplot::test {
 
@@ -14,131 +15,171 @@ namespace vexplot::test {
 // "engine.X", "device.X" or "view.X" with its arguments, and answers the
 // failure injected for it. Grids are recorded as
 // SetGrid(xCount,yCount,xFirst,xLast,yFirst,yLast,zMin,zMax,dataFlag) and
-// their values kept in `grid`.
+// their values kept in `grid`. Out-parameters are left alone unless a field
+// below says what the double answers.
 
-class RecordingDevice final : public ComObject<IGraphDevice2D> {
+// The calls the 2-D device and the 3-D view have in common.
+template <class Surface>
+class RecordingSurface : public ComObject<Surface> {
 public:
-    explicit RecordingDevice(std::shared_ptr<CallLog> log) : log_(std::move(log)) {}
+    RecordingSurface(std::shared_ptr<CallLog> callLog, const char* who) : log(std::move(callLog)), who_(who) {}
 
-    HRESULT Attach(WindowHandle window) override;
-    HRESULT Detach() override;
-    HRESULT Resize(int32_t width, int32_t height) override;
-    HRESULT Draw(const ImageBuffer* windowPixels) override;
-    HRESULT RenderToImage(const ImageBuffer* image) override;
-    HRESULT SetAxisStyle(AxisId axis, const AxisStyle* style) override;
-    HRESULT SetAxisTicks(AxisId axis, uint32_t count, const double* values, const char* const* texts) override;
-    HRESULT SetAxisLabel(AxisId axis, const char* text) override;
-    HRESULT SetAxisFont(AxisId axis, AxisText text, const FontDescription* font) override;
-    HRESULT SetImageOrientation(int32_t orientation) override;
-    HRESULT SetColorBarVisible(bool visible) override;
-    HRESULT SetVisibleRange(const DataRect* range) override;
-    HRESULT SetBackgroundColor(uint32_t color) override;
-    HRESULT SetGrid(const double* values, int32_t xCount, int32_t yCount, const GridExtent* extent,
-                    bool dataFlag) override;
-    HRESULT ResetData() override;
-    HRESULT SetSection(const SectionSettings* section) override;
-    HRESULT SetShading(ShadingMode shading) override;
-    HRESULT SetParameters(int32_t leftMargin, int32_t colorBarWidth, int32_t paletteAxisWidth,
-                          int32_t bottomMargin) override;
-    HRESULT GetDataRange(DataRect* range) override;
-    HRESULT GetVisibleRange(DataRect* range) override;
-    int32_t QueryTextMarkup() override;
-    HRESULT DataToClient(double x, double y, int32_t* px, int32_t* py) override;
-    HRESULT ClientToData(int32_t px, int32_t py, double* x, double* y) override;
-    HRESULT GetImageRect(PixelRect* rect) override;
+    HRESULT Attach(WindowHandle window) override { return Note("Attach", window); }
+    HRESULT Detach() override { return Note("Detach"); }
+    HRESULT Resize(int32_t width, int32_t height) override { return Note("Resize", width, height); }
+    HRESULT Draw(const ImageBuffer*) override { return Note("Draw"); }
+    HRESULT RenderToImage(const ImageBuffer*) override { return Note("RenderToImage"); }
+    HRESULT SetBackgroundColor(uint32_t color) override { return Note("SetBackgroundColor", color); }
+    HRESULT SetShading(ShadingMode shading) override { return Note("SetShading", shading); }
+    HRESULT SetVisibleRange(const DataRect*) override { return Note("SetVisibleRange"); }
+    HRESULT SetAxisStyle(AxisId axis, const AxisStyle*) override { return Note("SetAxisStyle", axis); }
+    HRESULT SetAxisTicks(AxisId axis, uint32_t count, const double*, const char* const*) override {
+        return Note("SetAxisTicks", axis, count);
+    }
+    HRESULT SetAxisLabel(AxisId axis, const char* text) override { return Note("SetAxisLabel", axis, text); }
+    HRESULT SetAxisFont(AxisId axis, AxisText text, const FontDescription*) override {
+        return Note("SetAxisFont", axis, text);
+    }
+    int32_t QueryTextMarkup() override {
+        Note("QueryTextMarkup");
+        return markup;
+    }
+    HRESULT SetGrid(const double* values, int32_t xCount, int32_t yCount, const GridExtent* e,
+                    bool dataFlag) override {
+        const size_t n = xCount > 0 && yCount > 0 ? static_cast<size_t>(xCount) * static_cast<size_t>(yCount) : 0;
+        grid.assign(values, values + (values ? n : 0));
+        if (!e) return Note("SetGrid", xCount, yCount, "null", dataFlag);
+        return Note("SetGrid", xCount, yCount, e->xFirst, e->xLast, e->yFirst, e->yLast, e->zMin, e->zMax, dataFlag);
+    }
 
+    std::shared_ptr<CallLog> log;
     std::vector<double> grid;
+    int32_t markup = 0;  // what QueryTextMarkup answers (0: the surface draws \SUP)
+
+protected:
+    ~RecordingSurface() override = default;
+
+    template <class... A>
+    HRESULT Note(const char* operation, const A&... args) {
+        return log->Record(who_ + operation, Args(args...));
+    }
+
+private:
+    std::string who_;
+};
+
+class RecordingDevice final : public RecordingSurface<IGraphDevice2D> {
+public:
+    explicit RecordingDevice(std::shared_ptr<CallLog> calls) : RecordingSurface(std::move(calls), "device.") {}
+
+    HRESULT SetImageOrientation(int32_t orientation) override { return Note("SetImageOrientation", orientation); }
+    HRESULT SetColorBarVisible(bool visible) override { return Note("SetColorBarVisible", visible); }
+    HRESULT ResetData() override { return Note("ResetData"); }
+    HRESULT SetSection(const SectionSettings* s) override {
+        if (!s) return Note("SetSection", "null");
+        return Note("SetSection", s->mode, s->plotStyle, s->pointStyle, s->curveColor, s->position);
+    }
+    HRESULT SetParameters(int32_t a, int32_t b, int32_t c, int32_t d) override {
+        return Note("SetParameters", a, b, c, d);
+    }
+    HRESULT GetDataRange(DataRect*) override { return Note("GetDataRange"); }
+    HRESULT GetVisibleRange(DataRect*) override { return Note("GetVisibleRange"); }
+    HRESULT DataToClient(double x, double y, int32_t*, int32_t*) override { return Note("DataToClient", x, y); }
+    HRESULT ClientToData(int32_t px, int32_t py, double*, double*) override { return Note("ClientToData", px, py); }
+    HRESULT GetImageRect(PixelRect*) override { return Note("GetImageRect"); }
 
 private:
     ~RecordingDevice() override = default;
-    HRESULT Note(const char* operation, const std::string& args = {});
-
-    std::shared_ptr<CallLog> log_;
 };
 
-class RecordingView final : public ComObject<IGraphView3D> {
+class RecordingView final : public RecordingSurface<IGraphView3D> {
 public:
-    explicit RecordingView(std::shared_ptr<CallLog> log) : log_(std::move(log)) {}
+    explicit RecordingView(std::shared_ptr<CallLog> calls = std::make_shared<CallLog>())
+        : RecordingSurface(std::move(calls), "view.") {}
 
-    HRESULT Attach(WindowHandle window) override;
-    HRESULT Detach() override;
-    HRESULT Refresh(int32_t flags) override;
-    HRESULT Resize(int32_t width, int32_t height) override;
-    HRESULT Update(int32_t detail) override;
-    HRESULT SetDetailBudget(uint32_t cells) override;
-    HRESULT Draw(const ImageBuffer* windowPixels) override;
-    HRESULT RenderToImage(const ImageBuffer* image) override;
-    HRESULT SelectLayer(int32_t layer) override;
-    HRESULT RemoveLayer(int32_t layer) override;
-    HRESULT SetBackgroundColor(uint32_t color) override;
-    HRESULT SetLayerVisible(int32_t layer, bool visible) override;
-    HRESULT SetGraphStyle(GraphStyle style) override;
-    HRESULT SetShading(ShadingMode shading) override;
-    HRESULT SetGrid(const double* values, int32_t xCount, int32_t yCount, const GridExtent* extent,
-                    bool dataFlag) override;
-    HRESULT ReleaseGrid() override;
-    HRESULT SetAxisStyle(AxisId axis, const AxisStyle* style) override;
-    HRESULT SetAxisTicks(AxisId axis, uint32_t count, const double* values, const char* const* texts) override;
-    HRESULT SetAxisLabel(AxisId axis, const char* text) override;
-    HRESULT SetAxisFont(AxisId axis, AxisText text, const FontDescription* font) override;
-    int32_t QueryTextMarkup() override;
-    HRESULT ProjectPoint(double x, double y, double z, int32_t* px, int32_t* py) override;
-    HRESULT GetViewBounds(DataRect* shown, DataRect* full) override;
-    HRESULT SetVisibleRange(const DataRect* range) override;
-    HRESULT SetPointStyle(PointStyle style, float sizePixels) override;
-    HRESULT SetLineWidth(float pixels) override;
-    HRESULT ClearOverlay() override;
-    HRESULT AddOverlayText(const Point3* at, const char* text, uint32_t color, const FontDescription* font) override;
-    HRESULT AddOverlayImage(const Point3* at, const ImageBuffer* image, uint32_t transparentColor) override;
-    HRESULT AddOverlayPolyline(uint32_t count, const Point3* points, uint32_t color, bool closed) override;
-    HRESULT SetAxesVisible(bool visible) override;
-    HRESULT SetDataVisible(bool visible) override;
-    HRESULT SetLowResolution(bool low) override;
-    HRESULT SetAxisScale(AxisId axis, double factor) override;
-    HRESULT SetGridVisible(bool visible) override;
-    HRESULT SetLogZ(bool logarithmic) override;
-    HRESULT GetCameraPosition(CameraVector* position) override;
-    HRESULT SetCameraPosition(CameraVector position) override;
-    HRESULT GetCameraCenter(CameraVector* center) override;
-    HRESULT SetCameraCenter(CameraVector center) override;
-    HRESULT GetAzimuth(float* degrees) override;
-    HRESULT SetAzimuth(float degrees) override;
-    HRESULT GetElevation(float* degrees) override;
-    HRESULT SetElevation(float degrees) override;
-    HRESULT GetSceneScale(double* scale) override;
-    HRESULT SetSceneScale(double scale) override;
-    HRESULT GetDistance(float* distance) override;
-    HRESULT SetDistance(float distance) override;
-    HRESULT ResetCamera() override;
-    HRESULT Pick(int32_t px, int32_t py, Point3* point) override;
+    // Answers `shown` and `full` unless a failure is injected.
+    HRESULT GetViewBounds(DataRect* s, DataRect* f) override {
+        const HRESULT hr = Note("GetViewBounds");
+        if (FAILED(hr)) return hr;
+        *s = shown;
+        *f = full;
+        return S_OK;
+    }
+    HRESULT Refresh(int32_t flags) override { return Note("Refresh", flags); }
+    HRESULT Update(int32_t detail) override { return Note("Update", detail); }
+    HRESULT SetDetailBudget(uint32_t cells) override { return Note("SetDetailBudget", cells); }
+    HRESULT SelectLayer(int32_t layer) override { return Note("SelectLayer", layer); }
+    HRESULT RemoveLayer(int32_t layer) override { return Note("RemoveLayer", layer); }
+    HRESULT SetLayerVisible(int32_t layer, bool visible) override { return Note("SetLayerVisible", layer, visible); }
+    HRESULT SetGraphStyle(GraphStyle style) override { return Note("SetGraphStyle", style); }
+    HRESULT ReleaseGrid() override { return Note("ReleaseGrid"); }
+    HRESULT ProjectPoint(double x, double y, double z, int32_t*, int32_t*) override {
+        return Note("ProjectPoint", x, y, z);
+    }
+    HRESULT SetPointStyle(PointStyle style, float size) override { return Note("SetPointStyle", style, size); }
+    HRESULT SetLineWidth(float pixels) override { return Note("SetLineWidth", pixels); }
+    HRESULT ClearOverlay() override { return Note("ClearOverlay"); }
+    HRESULT AddOverlayText(const Point3*, const char* text, uint32_t color, const FontDescription*) override {
+        return Note("AddOverlayText", text, color);
+    }
+    HRESULT AddOverlayImage(const Point3*, const ImageBuffer*, uint32_t transparent) override {
+        return Note("AddOverlayImage", transparent);
+    }
+    HRESULT AddOverlayPolyline(uint32_t count, const Point3*, uint32_t color, bool closed) override {
+        return Note("AddOverlayPolyline", count, color, closed);
+    }
+    HRESULT SetAxesVisible(bool visible) override { return Note("SetAxesVisible", visible); }
+    HRESULT SetDataVisible(bool visible) override { return Note("SetDataVisible", visible); }
+    HRESULT SetLowResolution(bool low) override { return Note("SetLowResolution", low); }
+    HRESULT SetAxisScale(AxisId axis, double factor) override { return Note("SetAxisScale", axis, factor); }
+    HRESULT SetGridVisible(bool visible) override { return Note("SetGridVisible", visible); }
+    HRESULT SetLogZ(bool logarithmic) override { return Note("SetLogZ", logarithmic); }
+    HRESULT GetCameraPosition(CameraVector*) override { return Note("GetCameraPosition"); }
+    HRESULT SetCameraPosition(CameraVector v) override { return Note("SetCameraPosition", v.x, v.y, v.z, v.w); }
+    HRESULT GetCameraCenter(CameraVector*) override { return Note("GetCameraCenter"); }
+    HRESULT SetCameraCenter(CameraVector v) override { return Note("SetCameraCenter", v.x, v.y, v.z, v.w); }
+    HRESULT GetAzimuth(float*) override { return Note("GetAzimuth"); }
+    HRESULT SetAzimuth(float degrees) override { return Note("SetAzimuth", degrees); }
+    HRESULT GetElevation(float*) override { return Note("GetElevation"); }
+    HRESULT SetElevation(float degrees) override { return Note("SetElevation", degrees); }
+    HRESULT GetSceneScale(double*) override { return Note("GetSceneScale"); }
+    HRESULT SetSceneScale(double scale) override { return Note("SetSceneScale", scale); }
+    HRESULT GetDistance(float*) override { return Note("GetDistance"); }
+    HRESULT SetDistance(float distance) override { return Note("SetDistance", distance); }
+    HRESULT ResetCamera() override { return Note("ResetCamera"); }
+    HRESULT Pick(int32_t px, int32_t py, Point3*) override { return Note("Pick", px, py); }
 
-    std::vector<double> grid;
-    CameraVector position{};
-    CameraVector center{};
+    DataRect shown{}, full{};  // what GetViewBounds answers
 
 private:
     ~RecordingView() override = default;
-    HRESULT Note(const char* operation, const std::string& args = {});
-
-    std::shared_ptr<CallLog> log_;
 };
 
 class RecordingEngine final : public ComObject<IGraphEngine> {
 public:
-    explicit RecordingEngine(std::shared_ptr<CallLog> log);
+    explicit RecordingEngine(std::shared_ptr<CallLog> log)
+        : device(MakeComObject<RecordingDevice>(log)), view(MakeComObject<RecordingView>(log)), log_(std::move(log)) {}
 
-    HRESULT GetName(char* buffer, uint32_t size) override;
-    HRESULT GetCapabilities(uint32_t* flags) override;
-    HRESULT Initialize() override;
-    HRESULT SetPalette(uint32_t count, const uint32_t* colors) override;
-    HRESULT GetDevice2D(IGraphDevice2D** device) override;
-    HRESULT GetView3D(IGraphView3D** view) override;
+    HRESULT GetName(char*, uint32_t) override { return log_->Record("engine.GetName"); }
+    HRESULT GetCapabilities(uint32_t*) override { return log_->Record("engine.GetCapabilities"); }
+    HRESULT Initialize() override { return log_->Record("engine.Initialize"); }
+    HRESULT SetPalette(uint32_t n, const uint32_t*) override { return log_->Record("engine.SetPalette", Args(n)); }
+    HRESULT GetDevice2D(IGraphDevice2D** out) override { return HandOut("engine.GetDevice2D", device, out); }
+    HRESULT GetView3D(IGraphView3D** out) override { return HandOut("engine.GetView3D", view, out); }
 
     ComPtr<RecordingDevice> device;
     ComPtr<RecordingView> view;
 
 private:
     ~RecordingEngine() override = default;
+
+    template <class I, class T>
+    HRESULT HandOut(const char* operation, const ComPtr<T>& surface, I** out) {
+        const HRESULT hr = log_->Record(operation);
+        if (!out) return E_POINTER;
+        *out = SUCCEEDED(hr) ? ComPtr<I>(surface).Detach() : nullptr;
+        return hr;
+    }
 
     std::shared_ptr<CallLog> log_;
 };

@@ -32,9 +32,7 @@ void MakeDamagedSettingsDatabase(const test::TempDir& dir) {
 // what stands where the database should be.
 std::string Snapshot(const test::TempDir& dir, const std::string& name) {
     std::string snapshot;
-    for (const auto& entry : dir.Listing()) {
-        snapshot += entry + "\n";
-    }
+    for (const auto& entry : dir.Listing()) snapshot += entry + "\n";
     return std::filesystem::is_directory(dir.File(name)) ? snapshot : snapshot + dir.Read(name);
 }
 
@@ -93,9 +91,7 @@ TEST(DamagedStore, IsReportedOnceReadsAsMissingAndIsNeverModified) {
 }
 
 TEST(DamagedStore, AFileWithoutReadPermissionIsReportedAndKept) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "file permissions do not bind the superuser";
-    }
+    if (geteuid() == 0) GTEST_SKIP() << "file permissions do not bind the superuser";
     test::TempDir dir{"vexplot-settings"};
     dir.Write("registry.db", "whatever");
     std::filesystem::permissions(dir.File("registry.db"), std::filesystem::perms::none);

@@ -24,12 +24,9 @@ protected:
     void Run(const std::vector<Step>& steps) {
         for (const auto& step : steps) {
             std::string words;
-            for (const auto& arg : step.args) {
-                words += "[" + arg + "]";
-            }
+            for (const auto& arg : step.args) words += "[" + arg + "]";
             SCOPED_TRACE(words);
-            std::ostringstream out;
-            std::ostringstream err;
+            std::ostringstream out, err;
             EXPECT_EQ(RunSettingsCommand(step.args, store, out, err), step.status) << err.str();
             EXPECT_EQ(out.str(), step.out);
             EXPECT_EQ(err.str().empty(), step.status == 0) << err.str();  // failures say why

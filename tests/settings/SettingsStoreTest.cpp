@@ -9,24 +9,6 @@
 namespace vexplot {
 namespace {
 
-TEST(SettingsStore, ValuesAndKeyNamesPersistAcrossConnections) {
-    test::TempDir dir{"vexplot-settings"};
-    const std::string path = dir.File("registry.db");
-    {
-        CRegistryKey key(nullptr, SettingsStore::OpenUnshared(path));
-        ASSERT_EQ(key.Open("3DView"), 2);
-        key.WriteString("Title", "plot");
-        key.WriteInt("Zoom", -7);
-    }
-    auto store = SettingsStore::OpenUnshared(path);
-    CRegistryKey key(nullptr, store);
-    ASSERT_EQ(key.Open("3dview"), 1);
-    EXPECT_EQ(key.ReadString("title"), "plot");
-    EXPECT_EQ(key.ReadInt("ZOOM"), -7);
-    EXPECT_EQ(store->SubKeyNames("SOFTWARE\\kestrune corporation\\VEXPLOT"),
-              std::vector<std::string>{"3DView"});
-}
-
 TEST(SettingsStore, OneStorePerDatabaseInTheProcess) {
     test::TempDir dir{"vexplot-settings"};
     const auto store = SettingsStore::Open(dir.File("registry.db"));
@@ -51,20 +33,14 @@ TEST(SettingsStore, ThreadsSharingOneStoreLoseNoValue) {
         threads.emplace_back([&store, t] {
             CRegistryKey key(nullptr, store);
             key.Open("Threads");
-            for (int i = 0; i < kValues; ++i) {
-                key.WriteInt(std::to_string(t * kValues + i), i);
-            }
+            for (int i = 0; i < kValues; ++i) key.WriteInt(std::to_string(t * kValues + i), i);
         });
     }
-    for (auto& thread : threads) {
-        thread.join();
-    }
+    for (auto& thread : threads) thread.join();
     CRegistryKey key(nullptr, store);
     ASSERT_EQ(key.Open("Threads"), 1);
     ASSERT_EQ(key.ValueNames().size(), size_t{kThreads * kValues});
-    for (int n = 0; n < kThreads * kValues; ++n) {
-        ASSERT_EQ(key.ReadInt(std::to_string(n)), n % kValues);
-    }
+    for (int n = 0; n < kThreads * kValues; ++n) ASSERT_EQ(key.ReadInt(std::to_string(n)), n % kValues);
 }
 
 }  // namespace

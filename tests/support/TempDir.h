@@ -2,6 +2,7 @@
 #include <stdlib.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -33,6 +34,9 @@ public:
 
     void Write(const std::string& name, const std::string& bytes) const {
         std::ofstream(path_ / name, std::ios::binary) << bytes;
+    }
+    void Write(const std::string& name, const std::vector<uint8_t>& bytes) const {
+        Write(name, std::string(bytes.begin(), bytes.end()));
     }
     std::string Read(const std::string& name) const {
         std::ifstream in(path_ / name, std::ios::binary);

@@ -13,6 +13,7 @@
 #include "model/CGD_GraphObjectList.h"
 #include "model/DetachedViewHost.h"
 #include "model/GraphObjectListRecord.h"
+#include "support/Caught.h"
 
 namespace vexplot::test {
 namespace {
@@ -181,12 +182,9 @@ TEST_F(GraphRecord, SerializeLoadsForTheOwnerTheObjectHas) {
     CGD_GraphObject& source = Show(MakeData(4, 3).Get());
     const Bytes bytes = Record(source);
     CGD_GraphObject unowned;
-    try {
-        Loaded(bytes, [&](CArchive& a) { unowned.Serialize(a); });
-        ADD_FAILURE() << "loaded without an owner";
-    } catch (const ComError& e) {
-        EXPECT_EQ(e.Code(), E_POINTER);
-    }
+    const auto e = Caught<ComError>([&] { Loaded(bytes, [&](CArchive& a) { unowned.Serialize(a); }); });
+    ASSERT_TRUE(e) << "loaded without an owner";
+    EXPECT_EQ(e->Code(), E_POINTER);
     CGD_GraphObject& owned = Show(MakeData(2, 2).Get());
     Loaded(bytes, [&](CArchive& a) { owned.Serialize(a); });
     EXPECT_EQ(owned.GetGeometry().xCount, 4);

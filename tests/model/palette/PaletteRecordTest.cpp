@@ -5,49 +5,27 @@
 #include <string_view>
 #include <vector>
 
-#include "com/MemoryStream.h"
-#include "model/ArchiveError.h"
-#include "model/CArchive.h"
 #include "model/CGD_Palette.h"
+#include "support/ArchiveBytes.h"
 
 namespace vexplot {
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
-void PutString(Bytes& bytes, std::string_view text) {
-    bytes.push_back(static_cast<uint8_t>(text.size()));  // short strings only
-    bytes.insert(bytes.end(), text.begin(), text.end());
-}
-
-void PutWord(Bytes& bytes, uint32_t word) {
-    for (int shift = 0; shift < 32; shift += 8) bytes.push_back(static_cast<uint8_t>(word >> shift));
-}
+using test::Bytes;
 
 // A palette record laid out by hand: start text, count, colours, end text.
 Bytes Record(uint32_t count, const std::vector<uint32_t>& colors, std::string_view start = "PaletteStart:",
              std::string_view end = "PaletteEnd") {
     Bytes bytes;
-    PutString(bytes, start);
-    PutWord(bytes, count);
-    for (uint32_t color : colors) PutWord(bytes, color);
-    PutString(bytes, end);
+    test::AppendShortString(bytes, start);
+    test::AppendInt32(bytes, static_cast<int32_t>(count));
+    for (uint32_t color : colors) test::AppendInt32(bytes, static_cast<int32_t>(color));
+    test::AppendShortString(bytes, end);
     return bytes;
 }
 
-Bytes Store(CGD_Palette& palette) {
-    const ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>();
-    CArchive archive(stream.Get(), CArchive::Mode::Store);
-    palette.Serialize(archive);
-    archive.Close();
-    return stream->Bytes();
-}
-
-void Load(CGD_Palette& palette, Bytes bytes) {
-    const ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>(std::move(bytes));
-    CArchive archive(stream.Get(), CArchive::Mode::Load);
-    palette.Serialize(archive);
-}
+Bytes Store(CGD_Palette& palette) { return test::Stored([&](CArchive& a) { palette.Serialize(a); }); }
+void Load(CGD_Palette& palette, const Bytes& bytes) { test::Loaded(bytes, [&](CArchive& a) { palette.Serialize(a); }); }
 
 std::vector<uint32_t> ColorsOf(const CGD_Palette& palette) {
     return std::vector<uint32_t>(palette.Colors().begin(), palette.Colors().end());
