@@ -9,6 +9,9 @@ packages=(
   libsqlite3-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
+  libegl-dev libopengl-dev libgl-dev libegl-mesa0 libgl1-mesa-dri
+  libfreetype-dev libfontconfig-dev fonts-liberation
+  libpng-dev zlib1g-dev
 )
 
 missing=()

@@ -3,6 +3,8 @@
 #include <cstring>
 
 #include "InfoCommand.h"
+#include "RegisterCommand.h"
+#include "RenderCommand.h"
 #include "SettingsCommand.h"
 
 namespace {
@@ -16,6 +18,8 @@ struct Command {
 constexpr Command kCommands[] = {
     {"info", vexplot::RunInfoCommand, "load data files and print what they hold"},
     {"settings", vexplot::RunSettingsCommand, "inspect and edit the per-user settings store"},
+    {"register", vexplot::RunRegisterCommand, "register the OpenGL graph engine plug-in"},
+    {"render", vexplot::RunRenderCommand, "draw a data file through the control and save it as PNG or BMP"},
 };
 
 int Usage() {

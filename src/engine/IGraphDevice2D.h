@@ -90,6 +90,10 @@ public:
     virtual HRESULT ClientToData(int32_t px, int32_t py, double* x, double* y) = 0;  // slot 25
     // Where the image lies in client pixels, after the layout of slot 20.
     virtual HRESULT GetImageRect(PixelRect* rect) = 0;  // slot 26
+    // Shows the grid as the palette image (true, the default) or, with the
+    // image off, as contour lines coloured through the palette over the
+    // background.
+    virtual HRESULT SetImageVisible(bool visible) = 0;  // slot 27
 
 protected:
     ~IGraphDevice2D() = default;

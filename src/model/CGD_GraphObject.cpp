@@ -374,6 +374,7 @@ void CGD_GraphObject::UpdateEngine() {
     const int32_t yCount = Count(grid.Bound(0).count);
     const bool oneDimensional = oneDimensionalView_ != 0;
 
+    SendDrawingSettings();
     ReadZExtent(access, &extent);
     if (device_)
         Check(device_->SetGrid(grid.Data(), xCount, yCount, &extent, flags_.data), IGraphDevice2D::kIid);
@@ -388,6 +389,31 @@ void CGD_GraphObject::UpdateEngine() {
     if (!oneDimensional) owner->Redraw(false);
     owner->SetSurfaceViewAvailable(oneDimensional ? 0 : 1);
     SendLabels();
+}
+
+void CGD_GraphObject::SendDrawingSettings() {
+    if (layer_ < 0) return;
+    if (view_) {
+        Check(view_->SelectLayer(layer_), IGraphView3D::kIid);
+        Check(view_->SetGraphStyle(drawing_.style), IGraphView3D::kIid);
+        Check(view_->SetShading(drawing_.shading), IGraphView3D::kIid);
+        Check(view_->SetLowResolution(drawing_.lowResolution), IGraphView3D::kIid);
+    }
+    if (device_) {
+        const SectionSettings section{oneDimensionalView_, drawing_.plotStyle, static_cast<int32_t>(drawing_.pointStyle),
+                                      drawing_.curveColor, drawing_.secantPosition};
+        Check(device_->SetShading(drawing_.shading), IGraphDevice2D::kIid);
+        Check(device_->SetSection(&section), IGraphDevice2D::kIid);
+        Check(device_->SetImageVisible(drawing_.image), IGraphDevice2D::kIid);
+    }
+}
+
+GraphStyle CGD_GraphObject::StyleOfGraphMode(int32_t mode) {
+    switch (mode) {
+        case 1: return GraphStyle::Barchart;
+        case 2: return GraphStyle::Points;
+        default: return GraphStyle::Surface;
+    }
 }
 
 void CGD_GraphObject::SendLabels() {

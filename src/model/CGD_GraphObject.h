@@ -64,6 +64,21 @@ public:
         double last = 0.0;
     };
 
+    // How the grid is drawn: chosen through the control's methods, sent to
+    // the engine by SendDrawingSettings, not kept in the plot-file record.
+    struct DrawingSettings {
+        GraphStyle style = GraphStyle::Surface;  // the 3-D view's drawing style
+        bool image = true;                       // the 2-D device shows the palette image
+        ShadingMode shading = ShadingMode::Flat;
+        bool lowResolution = false;
+        // the one-dimensional section:
+        int32_t plotStyle = 2;  // enumPlotStyle: line
+        PointStyle pointStyle = PointStyle::None;
+        uint32_t curveColor = 0xFFFFFF;  // 0x00BBGGRR
+        double secantPosition = 50.0;    // percent of the cut axis's range
+        friend bool operator==(const DrawingSettings&, const DrawingSettings&) = default;
+    };
+
     // What the data editor window is opened with.
     struct DataEditorContents {
         SafeArray grid;
@@ -143,6 +158,15 @@ public:
     // 3-D view (slot 17), shows or hides the data in the 3-D view, lets the
     // owner redraw, and passes the axis labels to the owner.
     void UpdateEngine();
+    // The drawing settings and the section to the surfaces: the 3-D view
+    // selects this object's layer and takes style, shading and resolution;
+    // the 2-D device takes shading, section and image flag. Does nothing
+    // until the owner has given the object a layer (SetLayer); UpdateEngine
+    // runs it first.
+    void SendDrawingSettings();
+    // The 3-D view's drawing style of a graph mode: 0 surface, 1 bar chart,
+    // 2 points (any other mode: surface).
+    static GraphStyle StyleOfGraphMode(int32_t mode);
     // When the flag changes on the active object, the device forgets its
     // data (slot 17) and UpdateEngine runs.
     void SetDataFlag(bool flag);
@@ -165,6 +189,9 @@ public:
     const Geometry& GetGeometry() const { return geometry_; }
     uint32_t ContrastColor() const { return contrastColor_; }
     int32_t OneDimensionalView() const { return oneDimensionalView_; }
+    const DrawingSettings& Drawing() const { return drawing_; }
+    // The 3-D view's layer of this object; -1 before the owner chose one.
+    int32_t Layer() const { return layer_; }
     std::span<const double> Preview() const { return preview_; }
     IViewHost* Owner() const { return owner_; }
     IGraphData* Data() const { return data_.Get(); }
@@ -180,6 +207,9 @@ public:
     void SetDisplaySuppressed(bool suppressed) { flags_.suppressDisplay = suppressed; }
     // 0 off, 1 the Y-Z plane, 2 the X-Z plane; takes effect at the next UpdateEngine.
     void SetOneDimensionalView(int32_t mode) { oneDimensionalView_ = mode; }
+    // Take effect at the next SendDrawingSettings.
+    void SetDrawing(const DrawingSettings& drawing) { drawing_ = drawing; }
+    void SetLayer(int32_t layer) { layer_ = layer; }
     // Record fields as a plot file gives them back; the data object is bound
     // separately. Drops the preview grid (BuildPreview makes it again).
     void RestoreRecord(const DisplayFlags& flags, const Geometry& geometry, uint32_t contrastColor);
@@ -229,6 +259,8 @@ private:
     Geometry geometry_;
     DisplayFlags flags_;
     int32_t oneDimensionalView_ = 0;
+    DrawingSettings drawing_;
+    int32_t layer_ = -1;
     std::unique_ptr<DataEditor> editor_;
     ComPtr<IGraphData> data_;
     ComPtr<IGraphDataAccess> access_;

@@ -52,9 +52,17 @@ public:
         return Note("SetGrid", xCount, yCount, e->xFirst, e->xLast, e->yFirst, e->yLast, e->zMin, e->zMax, dataFlag);
     }
 
+    // Records "who.Release()" for every Release while set, so that a test
+    // can see the order in which an owner lets go of its surfaces.
+    uint32_t Release() override {
+        if (logReleases) log->Record(who_ + "Release");
+        return ComObject<Surface>::Release();
+    }
+
     std::shared_ptr<CallLog> log;
     std::vector<double> grid;
     int32_t markup = 0;  // what QueryTextMarkup answers (0: the surface draws \SUP)
+    bool logReleases = false;
 
 protected:
     ~RecordingSurface() override = default;
@@ -87,6 +95,7 @@ public:
     HRESULT DataToClient(double x, double y, int32_t*, int32_t*) override { return Note("DataToClient", x, y); }
     HRESULT ClientToData(int32_t px, int32_t py, double*, double*) override { return Note("ClientToData", px, py); }
     HRESULT GetImageRect(PixelRect*) override { return Note("GetImageRect"); }
+    HRESULT SetImageVisible(bool visible) override { return Note("SetImageVisible", visible); }
 
 private:
     ~RecordingDevice() override = default;
@@ -134,25 +143,46 @@ public:
     HRESULT SetAxisScale(AxisId axis, double factor) override { return Note("SetAxisScale", axis, factor); }
     HRESULT SetGridVisible(bool visible) override { return Note("SetGridVisible", visible); }
     HRESULT SetLogZ(bool logarithmic) override { return Note("SetLogZ", logarithmic); }
-    HRESULT GetCameraPosition(CameraVector*) override { return Note("GetCameraPosition"); }
-    HRESULT SetCameraPosition(CameraVector v) override { return Note("SetCameraPosition", v.x, v.y, v.z, v.w); }
-    HRESULT GetCameraCenter(CameraVector*) override { return Note("GetCameraCenter"); }
-    HRESULT SetCameraCenter(CameraVector v) override { return Note("SetCameraCenter", v.x, v.y, v.z, v.w); }
-    HRESULT GetAzimuth(float*) override { return Note("GetAzimuth"); }
-    HRESULT SetAzimuth(float degrees) override { return Note("SetAzimuth", degrees); }
-    HRESULT GetElevation(float*) override { return Note("GetElevation"); }
-    HRESULT SetElevation(float degrees) override { return Note("SetElevation", degrees); }
+    // The camera answers from and stores into the fields below.
+    HRESULT GetCameraPosition(CameraVector* v) override { return Answer(Note("GetCameraPosition"), v, position); }
+    HRESULT SetCameraPosition(CameraVector v) override {
+        return Store(Note("SetCameraPosition", v.x, v.y, v.z, v.w), position, v);
+    }
+    HRESULT GetCameraCenter(CameraVector* v) override { return Answer(Note("GetCameraCenter"), v, center); }
+    HRESULT SetCameraCenter(CameraVector v) override {
+        return Store(Note("SetCameraCenter", v.x, v.y, v.z, v.w), center, v);
+    }
+    HRESULT GetAzimuth(float* v) override { return Answer(Note("GetAzimuth"), v, azimuth); }
+    HRESULT SetAzimuth(float degrees) override { return Store(Note("SetAzimuth", degrees), azimuth, degrees); }
+    HRESULT GetElevation(float* v) override { return Answer(Note("GetElevation"), v, elevation); }
+    HRESULT SetElevation(float degrees) override { return Store(Note("SetElevation", degrees), elevation, degrees); }
     HRESULT GetSceneScale(double*) override { return Note("GetSceneScale"); }
     HRESULT SetSceneScale(double scale) override { return Note("SetSceneScale", scale); }
-    HRESULT GetDistance(float*) override { return Note("GetDistance"); }
-    HRESULT SetDistance(float distance) override { return Note("SetDistance", distance); }
+    HRESULT GetDistance(float* v) override { return Answer(Note("GetDistance"), v, distance); }
+    HRESULT SetDistance(float d) override { return Store(Note("SetDistance", d), distance, d); }
     HRESULT ResetCamera() override { return Note("ResetCamera"); }
     HRESULT Pick(int32_t px, int32_t py, Point3*) override { return Note("Pick", px, py); }
 
     DataRect shown{}, full{};  // what GetViewBounds answers
+    CameraVector position{1, 2, 3, 1};
+    CameraVector center{0, 0, 0, 1};
+    float azimuth = 30.0f;
+    float elevation = 20.0f;
+    float distance = 5.0f;
 
 private:
     ~RecordingView() override = default;
+
+    template <class T>
+    static HRESULT Answer(HRESULT hr, T* out, const T& value) {
+        if (SUCCEEDED(hr) && out) *out = value;
+        return hr;
+    }
+    template <class T>
+    static HRESULT Store(HRESULT hr, T& field, const T& value) {
+        if (SUCCEEDED(hr)) field = value;
+        return hr;
+    }
 };
 
 class RecordingEngine final : public ComObject<IGraphEngine> {
@@ -164,11 +194,21 @@ public:
     HRESULT GetCapabilities(uint32_t*) override { return log_->Record("engine.GetCapabilities"); }
     HRESULT Initialize() override { return log_->Record("engine.Initialize"); }
     HRESULT SetPalette(uint32_t n, const uint32_t*) override { return log_->Record("engine.SetPalette", Args(n)); }
-    HRESULT GetDevice2D(IGraphDevice2D** out) override { return HandOut("engine.GetDevice2D", device, out); }
+    HRESULT GetDevice2D(IGraphDevice2D** out) override {
+        if (!noDevice) return HandOut("engine.GetDevice2D", device, out);
+        if (out) *out = nullptr;
+        return log_->Record("engine.GetDevice2D");
+    }
+    uint32_t Release() override {
+        if (logReleases) log_->Record("engine.Release");
+        return ComObject<IGraphEngine>::Release();
+    }
     HRESULT GetView3D(IGraphView3D** out) override { return HandOut("engine.GetView3D", view, out); }
 
     ComPtr<RecordingDevice> device;
     ComPtr<RecordingView> view;
+    bool noDevice = false;     // GetDevice2D answers S_OK with no device
+    bool logReleases = false;  // as RecordingSurface::logReleases
 
 private:
     ~RecordingEngine() override = default;

@@ -1,0 +1,196 @@
+#include "RenderCommand.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "com/ComError.h"
+#include "control/CUI_VexplotCtrl.h"
+#include "control/HeadlessSite.h"
+#include "control/ImageFile.h"
+#include "dataobject/GraphDataFactory.h"
+
+namespace vexplot {
+
+namespace {
+
+struct Options {
+    std::string data;
+    std::string output;
+    std::string style = "surface";
+    int32_t width = 800;
+    int32_t height = 600;
+    std::optional<int> palette;
+    std::optional<float> azimuth, elevation, distance;
+    std::optional<std::string> xlabel, ylabel, zlabel, title;
+};
+
+int Usage() {
+    std::fprintf(stderr,
+                 "usage: vexplot render DATA -o OUT.png|OUT.bmp [--style surface|wireframe|bars|lines|points|image|"
+                 "section]\n"
+                 "           [--size WxH] [--palette 0-6] [--azimuth A] [--elevation E] [--distance D]\n"
+                 "           [--xlabel T] [--ylabel T] [--zlabel T] [--title T]\n");
+    return 2;
+}
+
+bool ParseNumber(const char* text, float* out) {
+    char* end = nullptr;
+    const float v = std::strtof(text, &end);
+    if (end == text || *end != '\0') return false;
+    *out = v;
+    return true;
+}
+
+bool ParseSize(const char* text, int32_t* w, int32_t* h) {
+    int a = 0;
+    int b = 0;
+    char x = 0;
+    char extra = 0;
+    if (std::sscanf(text, "%d%c%d%c", &a, &x, &b, &extra) != 3 || (x != 'x' && x != 'X')) return false;
+    if (a < 16 || b < 16 || a > 16384 || b > 16384) return false;
+    *w = a;
+    *h = b;
+    return true;
+}
+
+bool IsStyle(const std::string& s) {
+    for (const char* known : {"surface", "wireframe", "bars", "lines", "points", "image", "section"})
+        if (s == known) return true;
+    return false;
+}
+
+// Fills `o` from the arguments; false (after a message) when they are wrong.
+bool Parse(int argc, char** argv, Options& o) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        const char* value = i + 1 < argc ? argv[i + 1] : nullptr;
+        auto take = [&]() -> const char* {
+            if (!value) std::fprintf(stderr, "vexplot render: %s needs a value\n", arg.c_str());
+            ++i;
+            return value;
+        };
+        float number = 0.0f;
+        if (arg == "-o" || arg == "--output") {
+            if (!take()) return false;
+            o.output = value;
+        } else if (arg == "--style") {
+            if (!take()) return false;
+            o.style = value;
+            if (!IsStyle(o.style)) return std::fprintf(stderr, "vexplot render: unknown style %s\n", value), false;
+        } else if (arg == "--size") {
+            if (!take()) return false;
+            if (!ParseSize(value, &o.width, &o.height))
+                return std::fprintf(stderr, "vexplot render: size must be WxH, 16 to 16384 each\n"), false;
+        } else if (arg == "--palette") {
+            if (!take()) return false;
+            if (!ParseNumber(value, &number) || number < 0 || number > 6 || number != static_cast<int>(number))
+                return std::fprintf(stderr, "vexplot render: palette must be 0 to 6\n"), false;
+            o.palette = static_cast<int>(number);
+        } else if (arg == "--azimuth" || arg == "--elevation" || arg == "--distance") {
+            if (!take()) return false;
+            if (!ParseNumber(value, &number))
+                return std::fprintf(stderr, "vexplot render: %s needs a number\n", arg.c_str()), false;
+            (arg == "--azimuth" ? o.azimuth : arg == "--elevation" ? o.elevation : o.distance) = number;
+        } else if (arg == "--xlabel" || arg == "--ylabel" || arg == "--zlabel" || arg == "--title") {
+            if (!take()) return false;
+            (arg == "--xlabel" ? o.xlabel : arg == "--ylabel" ? o.ylabel : arg == "--zlabel" ? o.zlabel : o.title) =
+                std::string(value);
+        } else if (!arg.empty() && arg[0] == '-') {
+            return std::fprintf(stderr, "vexplot render: unknown option %s\n", arg.c_str()), false;
+        } else if (o.data.empty()) {
+            o.data = arg;
+        } else {
+            return std::fprintf(stderr, "vexplot render: one data file only\n"), false;
+        }
+    }
+    if (o.data.empty() || o.output.empty()) return false;
+    return true;
+}
+
+// The drawing style, through the methods a host calls.
+void ApplyStyle(CUI_VexplotCtrl& control, const std::string& style) {
+    if (style == "surface") control.SetGraphMode(0);
+    else if (style == "bars") control.SetGraphMode(1);
+    else if (style == "points") control.SetGraphMode(2);
+    else if (style == "image") control.SetGraphMode(3);
+    else if (style == "wireframe" || style == "lines") {
+        control.SetGraphMode(0);
+        control.SetDrawingStyle(style == "wireframe" ? GraphStyle::Wireframe : GraphStyle::Lines);
+    } else if (style == "section") {
+        control.Enable1DView(1, 2);
+        control.SetSecantPlane1DView(50.0);
+    }
+}
+
+int Render(const Options& o, HeadlessSite& site) {
+    ComPtr<CUI_VexplotCtrl> control = MakeComObject<CUI_VexplotCtrl>();
+    control->OnError([](HRESULT code, const std::string& text) {
+        std::fprintf(stderr, "vexplot render: error 0x%08X: %s\n", static_cast<unsigned>(code), text.c_str());
+    });
+    if (!control->Create(site, {0, 0, o.width, o.height})) {
+        std::fprintf(stderr, "vexplot render: no graph engine could be started; run `vexplot register` first\n");
+        return 1;
+    }
+    // The picture is the view alone: the bars around it go, so the view
+    // fills the requested size.
+    control->ShowWindows(CUI_VexplotCtrl::wndAll, 0);
+
+    ComPtr<IGraphData> data;
+    try {
+        data = LoadGraphData(o.data);
+    } catch (const ComError& e) {
+        std::fprintf(stderr, "vexplot render: %s\n", e.Description().empty() ? e.what() : e.Description().c_str());
+        return 1;
+    }
+    if (const HRESULT hr = control->SetData(data.Get()); FAILED(hr)) {
+        std::fprintf(stderr, "vexplot render: %s cannot be shown (0x%08X)\n", o.data.c_str(), static_cast<unsigned>(hr));
+        return 1;
+    }
+    if (o.palette) {
+        control->Palette().SetStandard(*o.palette);
+        control->ApplyPalette();
+    }
+    // The style first: switching views re-sends the data set's own labels,
+    // which the labels given here then replace.
+    ApplyStyle(*control, o.style);
+    if (o.xlabel) control->SetAxisLabelText(AxisId::X, *o.xlabel);
+    if (o.ylabel) control->SetAxisLabelText(AxisId::Y, *o.ylabel);
+    if (o.zlabel) control->SetAxisLabelText(AxisId::Z, *o.zlabel);
+    if (o.title) control->SetCaption(*o.title);
+    if (o.azimuth) control->SetCamAzim(*o.azimuth);
+    if (o.elevation) control->SetCamElev(*o.elevation);
+    if (o.distance) control->SetCamDist(*o.distance);
+
+    const auto bitmap = static_cast<uint32_t>(control->RetrieveBitmap());
+    std::vector<uint32_t> pixels;
+    int32_t width = 0;
+    int32_t height = 0;
+    if (!bitmap || !site.ReadBitmap(bitmap, &pixels, &width, &height)) {
+        std::fprintf(stderr, "vexplot render: the view could not be rendered\n");
+        return 1;
+    }
+    site.DeleteBitmap(bitmap);
+    control->Destroy();
+    const std::string error = ImageFile::Save(o.output, {pixels, width, height});
+    if (!error.empty()) {
+        std::fprintf(stderr, "vexplot render: %s\n", error.c_str());
+        return 1;
+    }
+    std::printf("%s: %d x %d\n", o.output.c_str(), width, height);
+    return 0;
+}
+
+}  // namespace
+
+int RunRenderCommand(int argc, char** argv) {
+    Options options;
+    if (!Parse(argc, argv, options)) return Usage();
+    HeadlessSite site(stderr);
+    return Render(options, site);
+}
+
+}  // namespace vexplot

@@ -1,0 +1,188 @@
+// Rendering a big surface through the control, as a host drives it.
+//
+//   render_bench N [--frames K] [--mode load]
+//
+// Builds the peaks grid
+//   z = 3(1-x)^2 e^(-x^2-(y+1)^2) - 10(x/5 - x^3 - y^5) e^(-x^2-y^2) - (1/3) e^(-(x+1)^2-y^2)
+// on x, y in [-3, 3] at N x N, hands it to a control on the headless site at
+// 1024 x 768, and times:
+//  - load: handing the grid to the control (data object, graph object, the
+//    engine's copy of the heights). The grid is written straight into the
+//    array the data object keeps, as a careful host does. With --mode load
+//    it is read from an .npy file instead, as `vexplot render` does;
+//  - first_frame: the first paint of the 3-D view at full detail;
+//  - rerender_avg: K paints at full detail, each after a 3-degree azimuth step;
+//  - motion_avg: K paints while the view moves (the level of detail);
+//  - peak_rss_mib: the process's peak resident set.
+// and prints one line: TIMES {"load": s, "first_frame": s, "rerender_avg": s,
+// "motion_avg": s, "peak_rss_mib": m}, plus the grid's size for reference.
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+
+#include "com/ClassRegistry.h"
+#include "com/ComError.h"
+#include "control/CUI_VexplotCtrl.h"
+#include "control/HeadlessSite.h"
+#include "dataobject/GraphDataClass.h"
+#include "dataobject/GraphDataFactory.h"
+
+using namespace vexplot;
+
+namespace {
+
+constexpr int32_t kWidth = 1024;
+constexpr int32_t kHeight = 768;
+
+double Seconds(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Peaks(double x, double y) {
+    return 3.0 * (1 - x) * (1 - x) * std::exp(-x * x - (y + 1) * (y + 1)) -
+           10.0 * (x / 5 - x * x * x - std::pow(y, 5)) * std::exp(-x * x - y * y) -
+           (1.0 / 3.0) * std::exp(-(x + 1) * (x + 1) - y * y);
+}
+
+double Coordinate(int32_t i, int32_t n) { return -3.0 + 6.0 * i / (n - 1); }
+
+// The grid in the data object's order (value (ix, iy) at ix * n + iy) and
+// its scales, written in place: no second copy of the grid exists.
+ComPtr<IGraphData> MakePeaksData(int32_t n) {
+    const auto count = static_cast<uint32_t>(n);
+    SafeArray grid = SafeArray::Create2DForOverwrite(count, count);
+    double* z = grid.MutableData();
+    SafeArray xs = SafeArray::Create1D(count);
+    SafeArray ys = SafeArray::Create1D(count);
+    for (int32_t i = 0; i < n; ++i) xs.MutableData()[i] = ys.MutableData()[i] = Coordinate(i, n);
+    for (int32_t ix = 0; ix < n; ++ix)
+        for (int32_t iy = 0; iy < n; ++iy)
+            z[static_cast<size_t>(ix) * count + iy] = Peaks(Coordinate(ix, n), Coordinate(iy, n));
+    auto data = CreateInstance<IGraphData>(CLSID_GraphData, CLSCTX_INPROC_SERVER);
+    if (!data) throw ComError(E_FAIL, IGraphData::kIid, "no data object class");
+    ThrowIfFailed(data->SetGrid(grid, xs, ys), IGraphData::kIid);
+    return data;
+}
+
+// The same grid as an .npy file (rows are Y), for the load mode.
+std::string WritePeaksNpy(int32_t n) {
+    const std::string path =
+        (std::filesystem::temp_directory_path() / ("render_bench_" + std::to_string(getpid()) + ".npy")).string();
+    std::string header = "{'descr': '<f8', 'fortran_order': False, 'shape': (" + std::to_string(n) + ", " +
+                         std::to_string(n) + "), }";
+    while ((10 + header.size() + 1) % 64 != 0) header += ' ';
+    header += '\n';
+    std::ofstream out(path, std::ios::binary);
+    out.write("\x93NUMPY\x01\x00", 8);
+    const uint16_t length = static_cast<uint16_t>(header.size());
+    out.write(reinterpret_cast<const char*>(&length), 2);
+    out << header;
+    std::vector<double> row(static_cast<size_t>(n));
+    for (int32_t iy = 0; iy < n; ++iy) {
+        for (int32_t ix = 0; ix < n; ++ix) row[static_cast<size_t>(ix)] = Peaks(Coordinate(ix, n), Coordinate(iy, n));
+        out.write(reinterpret_cast<const char*>(row.data()), static_cast<std::streamsize>(row.size() * sizeof(double)));
+    }
+    return path;
+}
+
+double PeakRssMiB() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / 1024.0;
+}
+
+struct Options {
+    int32_t n = 1024;
+    int frames = 5;
+    bool fromFile = false;
+};
+
+bool Parse(int argc, char** argv, Options& o) {
+    if (argc < 2) return false;
+    o.n = std::atoi(argv[1]);
+    for (int i = 2; i < argc; ++i) {
+        if (!std::strcmp(argv[i], "--frames") && i + 1 < argc) o.frames = std::atoi(argv[++i]);
+        else if (!std::strcmp(argv[i], "--mode") && i + 1 < argc && !std::strcmp(argv[i + 1], "load")) {
+            o.fromFile = true;
+            ++i;
+        } else return false;
+    }
+    return o.n >= 2 && o.frames >= 1;
+}
+
+// K paints of the 3-D view, each after a 3-degree azimuth step; the mean.
+double StepFrames(CUI_VexplotCtrl& control, HeadlessSite& site, int frames) {
+    double total = 0.0;
+    for (int k = 0; k < frames; ++k) {
+        total += Seconds([&] {
+            control.SetCamAzim(control.GetCamAzim() + 3.0f);
+            site.Flush();
+        });
+    }
+    return total / frames;
+}
+
+int Run(const Options& o) {
+    RegisterGraphDataClass();
+    HeadlessSite site(stderr);
+    ComPtr<CUI_VexplotCtrl> control = MakeComObject<CUI_VexplotCtrl>();
+    if (!control->Create(site, {0, 0, kWidth, kHeight})) {
+        std::fprintf(stderr, "render_bench: no graph engine could be started; run `vexplot register` first\n");
+        return 1;
+    }
+    control->ShowWindows(CUI_VexplotCtrl::wndAll, 0);
+    site.Flush();
+
+    const std::string npy = o.fromFile ? WritePeaksNpy(o.n) : std::string();
+    const double load = Seconds([&] {
+        ComPtr<IGraphData> data = o.fromFile ? LoadGraphData(npy) : MakePeaksData(o.n);
+        ThrowIfFailed(control->SetData(data.Get()), IGraphData::kIid);
+    });
+    if (!npy.empty()) std::filesystem::remove(npy);
+    const double first = Seconds([&] {
+        control->SetGraphMode(0);
+        site.Flush();
+    });
+    const double rerender = StepFrames(*control, site, o.frames);
+    control->BeginViewMotion();
+    const double motion = StepFrames(*control, site, o.frames);
+    control->EndViewMotion();
+    site.Flush();
+    control->Destroy();
+
+    const double gridMiB = static_cast<double>(o.n) * o.n * sizeof(double) / (1024.0 * 1024.0);
+    std::printf("grid %d x %d (%.1f MiB of doubles), view %d x %d, %d frames each\n", o.n, o.n, gridMiB, kWidth,
+                kHeight, o.frames);
+    std::printf("TIMES {\"load\": %.4f, \"first_frame\": %.4f, \"rerender_avg\": %.4f, \"motion_avg\": %.4f, "
+                "\"peak_rss_mib\": %.1f}\n",
+                load, first, rerender, motion, PeakRssMiB());
+    std::printf("memory target: %.1f MiB (2 x grid + 150)\n", 2 * gridMiB + 150.0);
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    if (!Parse(argc, argv, options)) {
+        std::fprintf(stderr, "usage: render_bench N [--frames K] [--mode load]\n");
+        return 2;
+    }
+    try {
+        return Run(options);
+    } catch (const ComError& e) {
+        std::fprintf(stderr, "render_bench: %s\n", e.what());
+        return 1;
+    }
+}

@@ -1,0 +1,56 @@
+#pragma once
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "opengl/EglContext.h"
+#include "opengl/PaletteTexture.h"
+
+namespace vexplot {
+
+class TextPainter;
+
+// What the engine's two surfaces share: the GL context, the palette (as
+// colours and as a texture) and the text painter. Owned by the engine root;
+// the surfaces borrow it for as long as the engine lives.
+class EngineContext {
+public:
+    explicit EngineContext(TextPainter& text);
+    ~EngineContext();
+    EngineContext(const EngineContext&) = delete;
+    EngineContext& operator=(const EngineContext&) = delete;
+
+    // Null until Initialize succeeded.
+    EglContext* Gl() const { return gl_.get(); }
+    void SetGl(std::unique_ptr<EglContext> gl);
+
+    // Makes the context current and uploads a palette set since the last
+    // call; false when there is no context. Call before every GL sequence.
+    bool MakeCurrent();
+
+    // Replaces the palette colours (0x00BBGGRR, index 0 for the lowest
+    // value); the texture follows at the next MakeCurrent. An empty list
+    // is ignored.
+    void SetPaletteColors(std::vector<uint32_t> colors);
+    const std::vector<uint32_t>& PaletteColors() const { return paletteColors_; }
+    // The palette texture, current as of the last MakeCurrent.
+    const PaletteTexture& Palette() const { return palette_; }
+
+    TextPainter& Text() const { return text_; }
+
+    // Whether GL runs on the CPU (llvmpipe, softpipe): multisampling costs
+    // such a renderer several times the frame, so surfaces skip it there.
+    bool SoftwareRenderer() const;
+
+    // A 1024-entry rainbow from blue to red, the palette before any is set.
+    static std::vector<uint32_t> DefaultPalette();
+
+private:
+    std::unique_ptr<EglContext> gl_;
+    PaletteTexture palette_;
+    std::vector<uint32_t> paletteColors_;
+    bool paletteDirty_ = true;
+    TextPainter& text_;
+};
+
+}  // namespace vexplot

@@ -1,0 +1,40 @@
+#pragma once
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "engine/IGraphEngine.h"
+#include "opengl/FlatRenderer.h"
+
+namespace vexplot {
+
+// The one-dimensional section of a grid: the values along one grid line,
+// cut by a plane at a percentage of the other axis's data range. Mode 1 cuts
+// the Y-Z plane at an X position (the curve runs along Y), mode 2 the X-Z
+// plane at a Y position (the curve runs along X). Plain data, no GL.
+class SectionCurve {
+public:
+    // `values` holds xCount * yCount values in rows of X: (ix, iy) at iy * xCount + ix.
+    // `position` is clamped to 0..100; the cut takes the nearest grid line.
+    static SectionCurve Extract(std::span<const float> values, int32_t xCount, int32_t yCount,
+                                const GridExtent& extent, int32_t mode, double position);
+
+    // Running-axis coordinate of sample i in data units.
+    double At(size_t i) const;
+    const std::vector<float>& Values() const { return values_; }  // NaN: no value, the curve breaks
+    double First() const { return first_; }  // running-axis data value of sample 0
+    double Last() const { return last_; }
+    int32_t CutIndex() const { return cutIndex_; }
+
+private:
+    std::vector<float> values_;
+    double first_ = 0.0;
+    double last_ = 0.0;
+    int32_t cutIndex_ = 0;
+};
+
+// The strokes of a point symbol centred at (x, y) with half-size `radius`
+// pixels. PointStyle::None gives nothing.
+void AppendSymbol(std::vector<FlatLine>& out, PointStyle style, float x, float y, float radius, uint32_t color);
+
+}  // namespace vexplot

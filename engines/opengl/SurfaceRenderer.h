@@ -1,0 +1,49 @@
+#pragma once
+#include "opengl/GlObject.h"
+#include "opengl/GlProgram.h"
+#include "opengl/HeightField.h"
+#include "opengl/Layer.h"
+#include "opengl/Matrix4.h"
+#include "opengl/SceneBox.h"
+
+namespace vexplot {
+
+class PaletteTexture;
+
+// Draws one layer's grid in its style from a level of its height field.
+// Every program reads the heights from the texture and makes positions
+// from vertex and instance numbers; only the nodes inside the shown x/y
+// range are submitted, and clip planes trim the cells at its border.
+class SurfaceRenderer {
+public:
+    struct Frame {
+        Matrix4 viewProjection;
+        Vec3 lightDirection;  // unit, scene coordinates, towards the light
+        Vec3 eye;             // scene coordinates
+        const PaletteTexture* palette;
+        int32_t paletteSize;
+        float lineWidth;
+    };
+
+    SurfaceRenderer();
+    // Draws `level` of `layer` (style, shading, points) mapped through `box`.
+    void Draw(const Layer& layer, const HeightField::Level& level, const SceneBox& box, const Frame& frame);
+    // Draws `level` as a filled surface whatever the style (picking).
+    void DrawFilled(const Layer& layer, const HeightField::Level& level, const SceneBox& box, const Frame& frame);
+
+private:
+    struct Range {
+        int32_t first, count;
+    };
+    void Bind(const GlProgram& program, const Layer& layer, const HeightField::Level& level, const SceneBox& box,
+              const Frame& frame, int32_t ix0, int32_t iy0);
+    static Range ShownNodes(double first, double last, int32_t count, double shownMin, double shownMax);
+
+    GlProgram surface_;
+    GlProgram lines_;
+    GlProgram points_;
+    GlProgram bars_;
+    GlVertexArray noAttributes_;
+};
+
+}  // namespace vexplot

@@ -1,0 +1,295 @@
+#pragma once
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "com/ComObject.h"
+#include "com/ConnectionPointList.h"
+#include "com/IConnectionPoint.h"
+#include "com/Variant.h"
+#include "control/ControlSettings.h"
+#include "control/EngineHost.h"
+#include "control/IControlSite.h"
+#include "model/CGD_Axis.h"
+#include "model/CGD_GraphObjectList.h"
+#include "model/CGD_Palette.h"
+#include "model/IViewHost.h"
+
+namespace vexplot {
+
+class MessageSink;
+class SettingsStore;
+
+// The embeddable control: owns its windows (through an IControlSite), the
+// graph engine (EngineHost), the graph objects, the axes and the palette,
+// and mirrors its persisted settings (ControlSettings). The model objects
+// and the windows reach it as their IViewHost; hosts call the automation
+// methods below, which keep the published names, and receive the Error
+// event through the control's connection points or OnError.
+//
+// Life cycle: construction reads the settings; Create builds the windows
+// and the engine; Destroy (or the last Release) takes everything down. When
+// Create fails (no engine could be started) the control stays without a
+// plot and every method is a harmless no-op returning its empty result.
+//
+// Failures: methods that reach the data object return an HRESULT (S_OK,
+// S_FALSE when there is nothing to act on, or the data object's own code);
+// other methods report a failing engine or data-object call through
+// FireError with its code and text, as the host sees any automation error.
+// Everything runs on the host's user-interface thread.
+class CUI_VexplotCtrl final : public ComObject<IViewHost, IConnectionPointContainer>, private IWindowHandler {
+public:
+    // The event interfaces: _DVexplotEvents and _DVexplotExEvents.
+    static constexpr IID kEventsIid = GUID::FromLiteral("{560F5F30-09CB-48B4-9089-E860F4847D66}");
+    static constexpr IID kExEventsIid = GUID::FromLiteral("{1F08A448-6DC7-43D1-B366-E9FF449EF758}");
+    static constexpr DISPID kDispidError = -608;
+    static constexpr DISPID kDispidDataSelect = 1;
+    static constexpr DISPID kDispidResample = 2;
+
+    // enumWindows
+    static constexpr int32_t wndInfo = 1;
+    static constexpr int32_t wndLegend = 2;
+    static constexpr int32_t wndNavigator = 4;
+    static constexpr int32_t wndTitle = 8;
+    static constexpr int32_t wndStatus = 16;
+    static constexpr int32_t wndAll = 31;
+
+    static constexpr HRESULT kErrorInvalidValue = MakeHResult(0x800A017C);
+    static constexpr const char* kTextInvalidValue = "Sorry, property value isn't valid.";
+    static constexpr HRESULT kErrorNotImplemented = MakeHResult(0x800A0005);
+    static constexpr const char* kTextNotImplemented = "Sorry but this function is not yet implemented.";
+
+    // The five window flags (title, status, info, legend, navigator).
+    struct WindowVisibility {
+        bool title = true;
+        bool status = true;
+        bool info = false;
+        bool legend = false;
+        bool navigator = true;
+        friend bool operator==(const WindowVisibility&, const WindowVisibility&) = default;
+    };
+
+    using ErrorListener = std::function<void(HRESULT code, const std::string& text)>;
+
+    // Reads the settings. `sink` receives the settings store's own failure
+    // messages (null: stderr); `store` null means the default store.
+    explicit CUI_VexplotCtrl(MessageSink* sink = nullptr, std::shared_ptr<SettingsStore> store = nullptr);
+
+    // lifecycle:
+    // Builds the windows in `site` (borrowed, must outlive the control or
+    // Destroy) at `rect` in the host, then the engine, the graph-object
+    // list, the axes, and shows the 3-D view (2-D when it could not start).
+    // False when the engine could not be started: the user has been told,
+    // and the control shows no plot.
+    bool Create(IControlSite& site, const PixelRect& rect);
+    // Releases graph objects, axes, the engine (3-D view, 2-D device, root)
+    // and the windows. Safe to call twice.
+    void Destroy();
+    bool IsCreated() const { return graphs_ != nullptr; }
+
+    // state:
+    const ControlSettings& Settings() const { return settings_; }
+    // The window of a role; 0 when it does not exist.
+    WindowHandle Window(WindowRole role) const { return windows_[static_cast<size_t>(role)]; }
+    bool RedrawPending() const { return redrawPending_; }
+    bool StateOperation() const { return stateOperation_; }
+    void SetStateOperation(bool normal) { stateOperation_ = normal; }
+    const std::string& EngineName() const { return engine_ ? engine_->EngineName() : settings_.graphEngine; }
+    CGD_Palette& Palette() { return palette_; }
+    // Sends the palette's colours to the engine and redraws.
+    void ApplyPalette();
+    // A plain C++ listener of the Error event, called after the sinks.
+    void OnError(ErrorListener listener) { errorListeners_.push_back(std::move(listener)); }
+
+    // window visibility:
+    // The current state of the five windows into the control's record
+    // (allocated on first use), and a copy of it.
+    WindowVisibility ReadVisibility();
+    // Shows or hides the windows from `record`; null applies the stored
+    // record, or only reads the state when none was ever allocated.
+    void ApplyVisibility(const WindowVisibility* record);
+
+    // _DVexplotEx methods:
+    HRESULT SetData(IUnknown* dataObject);
+    void SetActive(IUnknown*) {}  // accepted and ignored, by design
+    int32_t GetGraphMode();
+    void SetGraphMode(int32_t mode);
+    int16_t GetShadingMode();
+    void SetShadingMode(int16_t shading);
+    int32_t GetLowResolution();
+    void SetLowResolution(int32_t low);
+    bool GetXRange(double* xmin, double* xmax);
+    bool GetYRange(double* ymin, double* ymax);
+    // S_OK with the range, S_FALSE without a graph object, E_POINTER when
+    // it has no data-access interface, else the data object's failure.
+    HRESULT GetZRange(double* zmin, double* zmax);
+    double GetCamXPosition();
+    double GetCamYPosition();
+    double GetCamZPosition();
+    void SetCamXPosition(double value);
+    void SetCamYPosition(double value);
+    void SetCamZPosition(double value);
+    double GetCamXCenter();
+    double GetCamYCenter();
+    double GetCamZCenter();
+    void SetCamXCenter(double value);
+    void SetCamYCenter(double value);
+    void SetCamZCenter(double value);
+    float GetCamDist();
+    void SetCamDist(float value);
+    float GetCamElev();
+    void SetCamElev(float value);
+    float GetCamAzim();
+    void SetCamAzim(float value);
+    // The current view rendered at its window's size into a site bitmap;
+    // 0 when there is nothing to render or the engine fails.
+    int32_t RetrieveBitmap();
+    void ShowWindows(int32_t windows, int32_t visible);
+    int32_t GetWindowsVisible();
+    void SetWindowsVisible(int32_t windows);
+    // Modes 1 (Y-Z plane) and 2 (X-Z plane); other modes are ignored.
+    void Enable1DView(int32_t enable, int16_t mode);
+    void SetSecantPlane1DView(double position);
+    void SetPlotStyle1DView(int16_t plotStyle);
+    void SetPointStyle1DView(int16_t pointStyle);
+    void SetCurveColor1DView(uint32_t color);
+
+    // _DVexplot array input:
+    // A two-dimensional array of doubles (dimension 1 = X) shown through the
+    // control's own data object with scales 0, 1, ...; fewer than 2 X
+    // columns does nothing (S_FALSE). DISP_E_TYPEMISMATCH for other variants.
+    HRESULT CopyArrayData(const Variant& array);
+    // Axis 0 replaces the X scale, 1 the Y scale of that data object.
+    HRESULT CopyAxisScaleData(int16_t axis, const Variant& array);
+
+    // C++ only: the drawing styles no published method reaches (wireframe,
+    // lines); applied to the active graph object.
+    void SetDrawingStyle(GraphStyle style);
+    // The XLabel/YLabel/ZLabel properties: the axis label text, re-applied.
+    void SetAxisLabelText(AxisId axis, const std::string& text);
+    // The stock caption: the title bar's text.
+    void SetCaption(const std::string& text);
+    std::string GetCaption() const;
+
+    // IViewHost:
+    void RecalcLayout() override;
+    CGD_GraphObjectList* GetGraphObjects() override { return graphs_.get(); }
+    void RefreshGraphObject(CGD_GraphObject* graph) override;
+    void Rebuild1DView(CGD_GraphObject* graph) override;
+    void BeginWaitCursor() override;
+    void EndWaitCursor() override;
+    int32_t GetViewMode() override { return viewMode_; }
+    void SetViewMode(int32_t mode) override;
+    PixelRect GetPlotRect() override;
+    void SetModified() override { modified_ = true; }
+    void FireError(HRESULT code, const char* text) override;
+    CGD_Axis* GetAxis(AxisId axis) override;
+    void CreateAxes() override;
+    CUIW_InfoWnd* GetInfoWindow() override { return nullptr; }
+    void UpdateLegend() override;
+    void SetStatusText(const char* text) override;
+    uint32_t GetBackgroundColor() override { return settings_.backgroundColor; }
+    IGraphEngine* GetEngine() override { return engine_ ? engine_->Engine() : nullptr; }
+    WindowHandle GetCurrentViewWindow() override { return currentView_; }
+    int32_t Is3DViewCurrent() override;
+    void InvalidateView(const PixelRect* rect) override;
+    int32_t ShowMessage(const char* text, uint32_t buttons) override;
+    void AddAnnotation(CGD_Annotation*) override {}
+    void RemoveAnnotation(CGD_Annotation* annotation) override;
+    void SelectAnnotation(CGD_Annotation* annotation) override { selected_ = annotation; }
+    CGD_Annotation* GetSelectedAnnotation() override { return selected_; }
+    void ResetAxisLabel(const char* axis) override;
+    void SetXLabel(const char* text) override { TakeDataLabel(AxisId::X, text); }
+    void SetYLabel(const char* text) override { TakeDataLabel(AxisId::Y, text); }
+    void SetZLabel(const char* text) override { TakeDataLabel(AxisId::Z, text); }
+    void BeginViewMotion() override { moving_ = true; }
+    void EndViewMotion() override;
+    bool ClientToData(int32_t px, int32_t py, Point3* point) override;
+    bool DataToClient(const Point3& point, int32_t* px, int32_t* py) override;
+    void FireDataSelect(const DataRect& xy, double zMin, double zMax) override;
+    void FireResample(const DataRect& xy) override;
+    void Redraw(bool erase) override;
+    void SetCursorShape(int32_t shape) override;
+    void SetTimer(uint32_t id, uint32_t milliseconds) override;
+    void KillTimer(uint32_t id) override;
+    IGraphDevice2D* GetDevice2D() override { return engine_ ? engine_->Device() : nullptr; }
+    IGraphView3D* GetView3D() override { return engine_ ? engine_->View() : nullptr; }
+    void SetSurfaceViewAvailable(int32_t available) override { surfaceViewAvailable_ = available != 0; }
+    void ShowContextMenu(int32_t, int32_t) override {}
+
+    // IConnectionPointContainer:
+    HRESULT GetConnectionPointCount(uint32_t* count) override { return points_.Count(count); }
+    HRESULT FindConnectionPoint(const IID& iid, IConnectionPoint** out) override { return points_.Find(iid, out); }
+
+private:
+    ~CUI_VexplotCtrl() override;
+
+    // IWindowHandler:
+    void OnPaint(WindowHandle window, const ImageBuffer& target) override;
+    void OnSize(WindowHandle window, int32_t width, int32_t height) override;
+    void OnTimer(WindowHandle, uint32_t) override {}
+
+    // creation steps:
+    WindowHandle MakeWindow(WindowRole role, const PixelRect& rect);
+    void CreateChildWindows();
+    void CreateEngine();
+    void ShowInitialWindows();
+    void DestroyWindows();
+
+    // helpers:
+    CGD_GraphObject* Active() const { return graphs_ ? graphs_->Active() : nullptr; }
+    bool HasWindow(WindowRole role) const { return Window(role) != 0; }
+    void LayoutAndRedraw();
+    void LayoutAndRedrawIn3D();
+    void ShowGraph(CGD_GraphObject& graph);
+    template <class Change>
+    void ChangeDrawing(Change change);
+    bool In1DView() const;
+    bool Guarded(const std::function<void()>& action);
+    HRESULT DataCall(const std::function<void()>& call);
+    void FireEvent(DISPID dispid, std::vector<Variant> args, bool bothInterfaces);
+
+    // axes (CUI_VexplotCtrlAxes.cpp):
+    void ApplyAxis(AxisId id);
+    void ApplyAllAxes();
+    void TakeDataLabel(AxisId id, const char* text);
+    CGD_Axis::Appearance AppearanceOf(AxisId id) const;
+    bool RangeOf(AxisId id, double* min, double* max) const;
+
+    // camera (CUI_VexplotCtrlCamera.cpp):
+    double CameraComponent(bool center, int component);
+    void SetCameraComponent(bool center, int component, double value);
+
+    ControlSettings settings_;
+    MessageSink* sink_;
+    std::shared_ptr<SettingsStore> store_;
+    IControlSite* site_ = nullptr;  // borrowed between Create and Destroy
+    std::array<WindowHandle, 10> windows_{};
+    std::unique_ptr<EngineHost> engine_;
+    std::unique_ptr<CGD_GraphObjectList> graphs_;
+    std::array<std::unique_ptr<CGD_Axis>, 4> axes_;  // X, Y, Z, Palette
+    std::array<std::string, 3> labels_;              // the axes' label texts now shown
+    CGD_Palette palette_;
+    ConnectionPointList points_;
+    std::vector<ErrorListener> errorListeners_;
+    std::optional<WindowVisibility> visibility_;
+    PixelRect rect_{};
+    WindowHandle currentView_ = 0;
+    int32_t viewMode_ = 1;
+    int32_t axisMargin_ = 60;
+    int32_t nextLayer_ = 0;
+    int waitDepth_ = 0;
+    bool redrawPending_ = false;
+    bool stateOperation_ = true;
+    bool modified_ = false;
+    bool moving_ = false;
+    bool surfaceViewAvailable_ = true;
+    bool navigatorFlag_ = true;
+    CGD_Annotation* selected_ = nullptr;
+};
+
+}  // namespace vexplot

@@ -1,0 +1,102 @@
+#pragma once
+#include <cstdint>
+#include <cstdio>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "control/IControlSite.h"
+
+namespace vexplot {
+
+// The site of batch use (the command-line renderer, scripts, servers): no
+// display at all. View windows are off-screen pixel buffers of their own
+// size that the control paints into when Flush() delivers their pending
+// paints; the other windows only keep their state (visibility, rectangle,
+// text). Message boxes are printed to `log` as "caption: text" and answered
+// with their default button. The engine-choice dialog takes the first
+// listed engine it has not offered before (so a batch run that keeps
+// failing cannot loop for ever) and cancels when none is left. Timers are
+// kept and fire only through AdvanceTime(). Bitmaps live in a table until
+// deleted.
+class HeadlessSite final : public IControlSite {
+public:
+    // `log` is borrowed; stderr by default.
+    explicit HeadlessSite(std::FILE* log = stderr) : log_(log) {}
+
+    // IControlSite:
+    WindowHandle CreateWindow(WindowRole role, WindowHandle parent, const PixelRect& rect,
+                              IWindowHandler* handler) override;
+    void DestroyWindow(WindowHandle window) override;
+    void ShowWindow(WindowHandle window, bool show) override;
+    bool IsWindowVisible(WindowHandle window) const override;
+    void MoveWindow(WindowHandle window, const PixelRect& rect) override;
+    PixelRect GetWindowRect(WindowHandle window) const override;
+    void SetWindowText(WindowHandle window, const std::string& text) override;
+    std::string GetWindowText(WindowHandle window) const override;
+    void Invalidate(WindowHandle window, const PixelRect* rect, bool erase) override;
+    int32_t MessageBox(const std::string& text, const std::string& caption, MessageButtons buttons) override;
+    std::optional<EngineEntry> ChooseEngine(const std::vector<EngineEntry>& engines) override;
+    void SetTimer(WindowHandle window, uint32_t timerId, uint32_t milliseconds) override;
+    void KillTimer(WindowHandle window, uint32_t timerId) override;
+    void SetCursorShape(WindowHandle, CursorShape) override {}
+    void ShowCursor(bool show) override { cursorShown_ = show; }
+    uint32_t CreateBitmap(const ImageBuffer& pixels) override;
+    bool ReadBitmap(uint32_t bitmap, std::vector<uint32_t>* pixels, int32_t* width, int32_t* height) const override;
+    void DeleteBitmap(uint32_t bitmap) override;
+
+    // batch driving:
+    // Delivers the pending paints of visible view windows (OnPaint into
+    // their buffers). Returns how many windows were painted.
+    int Flush();
+    // Lets `milliseconds` pass: every timer due in that time fires once per
+    // period elapsed, in the order of their due times.
+    void AdvanceTime(uint32_t milliseconds);
+
+    // inspection:
+    // The window's pixel buffer (view windows only; empty otherwise).
+    const std::vector<uint32_t>& Pixels(WindowHandle window) const;
+    WindowRole Role(WindowHandle window) const;
+    size_t WindowCount() const { return windows_.size(); }
+    size_t BitmapCount() const { return bitmaps_.size(); }
+    bool CursorShown() const { return cursorShown_; }
+
+private:
+    struct Window {
+        WindowRole role = WindowRole::Control;
+        WindowHandle parent = 0;
+        PixelRect rect{};
+        bool visible = false;
+        bool paintPending = false;
+        std::string text;
+        IWindowHandler* handler = nullptr;
+        std::vector<uint32_t> pixels;  // view windows: width x height
+    };
+    struct Timer {
+        uint32_t period = 0;
+        uint64_t due = 0;
+    };
+    struct Bitmap {
+        int32_t width = 0;
+        int32_t height = 0;
+        std::vector<uint32_t> pixels;
+    };
+
+    Window* Find(WindowHandle window);
+    const Window* Find(WindowHandle window) const;
+    static bool IsView(WindowRole role) { return role == WindowRole::View2D || role == WindowRole::View3D; }
+    static void SizeBuffer(Window& w);
+
+    std::FILE* log_;
+    WindowHandle nextWindow_ = 1;
+    std::map<WindowHandle, Window> windows_;
+    std::map<std::pair<WindowHandle, uint32_t>, Timer> timers_;
+    uint64_t now_ = 0;
+    uint32_t nextBitmap_ = 1;
+    std::map<uint32_t, Bitmap> bitmaps_;
+    std::set<std::string> offeredEngines_;
+    bool cursorShown_ = true;
+};
+
+}  // namespace vexplot

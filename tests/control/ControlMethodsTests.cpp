@@ -1,0 +1,272 @@
+#include "ControlFixture.h"
+#include "com/ConnectionPoint.h"
+#include "support/Grid.h"
+
+namespace vexplot::test {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+TEST_F(ControlFixture, GraphModeTableAndItsAsymmetry) {
+    CreateWorking();
+    ShowGrid();
+    struct Case {
+        int32_t mode;
+        int32_t readBack;
+        int32_t viewMode;
+    };
+    // Points (2) read back as 0, as hosts have always seen it.
+    const Case cases[] = {{0, 0, 1}, {1, 1, 1}, {2, 0, 1}, {3, 3, 0}, {4, 4, 0}, {1, 1, 1}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.mode);
+        control->SetGraphMode(c.mode);
+        EXPECT_EQ(control->GetGraphMode(), c.readBack);
+        EXPECT_EQ(control->GetViewMode(), c.viewMode);
+    }
+    log->calls.clear();
+    control->SetGraphMode(2);
+    EXPECT_EQ(Calls("view.SetGraphStyle"), (Strings{"view.SetGraphStyle(4)"}));
+}
+
+TEST_F(ControlFixture, InvalidGraphModeRaisesTheErrorEventAtEverySink) {
+    CreateWorking();
+    ShowGrid();
+    auto older = MakeComObject<RecordingEventSink>();
+    auto current = MakeComObject<RecordingEventSink>();
+    uint32_t cookie = 0;
+    ASSERT_EQ(ConnectionAdvise(control->Identity(), CUI_VexplotCtrl::kEventsIid, older.Get(), &cookie), S_OK);
+    ASSERT_EQ(ConnectionAdvise(control->Identity(), CUI_VexplotCtrl::kExEventsIid, current.Get(), &cookie), S_OK);
+    std::vector<std::string> heard;
+    control->OnError([&](HRESULT, const std::string& text) { heard.push_back(text); });
+    const int32_t before = control->GetGraphMode();
+
+    control->SetGraphMode(5);
+
+    EXPECT_EQ(control->GetGraphMode(), before);
+    EXPECT_EQ(heard, (Strings{"Sorry, property value isn't valid."}));
+    for (RecordingEventSink* sink : {older.Get(), current.Get()}) {
+        ASSERT_EQ(sink->events.size(), 1u);
+        const auto& e = sink->events[0];
+        EXPECT_EQ(e.dispid, -608);
+        ASSERT_EQ(e.args.size(), 7u);
+        EXPECT_EQ(e.args[0].I2(), 0x017C);
+        EXPECT_EQ(e.args[1].Bstr(), "Sorry, property value isn't valid.");
+        EXPECT_EQ(static_cast<uint32_t>(e.args[2].I4()), 0x800A017Cu);
+    }
+    // The view is laid out and redrawn even so.
+    EXPECT_FALSE(Calls("view.Refresh").empty());
+}
+
+TEST_F(ControlFixture, ShadingModeAcceptsOneAndTwoAndRedrawsOnlyIn2D) {
+    CreateWorking();
+    EXPECT_EQ(control->GetShadingMode(), 1);  // no graph object
+    ShowGrid();
+    struct Case {
+        int16_t value;
+        int16_t readBack;
+    };
+    const Case cases[] = {{2, 2}, {3, 2}, {0, 2}, {1, 1}, {-1, 1}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.value);
+        control->SetShadingMode(c.value);
+        EXPECT_EQ(control->GetShadingMode(), c.readBack);
+    }
+
+    log->calls.clear();
+    control->SetShadingMode(2);  // 3-D mode: shading changes, no redraw
+    EXPECT_EQ(Calls("view.SetShading"), (Strings{"view.SetShading(1)"}));
+    EXPECT_EQ(Calls("device.SetShading"), (Strings{"device.SetShading(1)"}));
+    EXPECT_TRUE(Calls("site.Invalidate").empty());
+
+    control->SetViewMode(0);
+    log->calls.clear();
+    control->SetShadingMode(1);
+    EXPECT_FALSE(Calls("site.Invalidate").empty());
+}
+
+TEST_F(ControlFixture, MethodsWithoutAGraphObjectAnswerEmpty) {
+    CreateWorking();
+    double a = 7.0;
+    double b = 7.0;
+    EXPECT_FALSE(control->GetXRange(&a, &b));
+    EXPECT_FALSE(control->GetYRange(&a, &b));
+    EXPECT_EQ(control->GetZRange(&a, &b), S_FALSE);
+    EXPECT_EQ(a, 7.0);
+    EXPECT_EQ(control->GetLowResolution(), 0);
+    EXPECT_EQ(control->GetGraphMode(), 0);
+    control->Enable1DView(1, 1);
+    EXPECT_EQ(control->GetViewMode(), 1);  // nothing to show in 1-D: no switch
+}
+
+TEST_F(ControlFixture, SetDataShowsTheGridWithItsRanges) {
+    CreateWorking();
+    std::vector<double> z = {1, 2, 3, -4, 5, 6};
+    const std::vector<double> xs = {10, 20, 30};
+    const std::vector<double> ys = {-1, 1};
+    ASSERT_EQ(control->SetData(CreateGraphData(z, 3, 2, xs, ys, "t", "d", "v").Get()), S_OK);
+    double lo = 0.0;
+    double hi = 0.0;
+    ASSERT_TRUE(control->GetXRange(&lo, &hi));
+    EXPECT_EQ(lo, 10.0);
+    EXPECT_EQ(hi, 30.0);
+    ASSERT_EQ(control->GetZRange(&lo, &hi), S_OK);
+    EXPECT_EQ(lo, -4.0);
+    EXPECT_EQ(hi, 6.0);
+    // The first graph object is layer 0; the data set's labels reach both surfaces.
+    EXPECT_FALSE(Calls("view.SelectLayer(0)").empty());
+    EXPECT_FALSE(Calls("view.SetAxisLabel(0,t)").empty());
+    EXPECT_FALSE(Calls("device.SetAxisLabel(1,d)").empty());
+    EXPECT_FALSE(Calls("device.SetAxisTicks(3,").empty());  // the colour bar's axis
+    EXPECT_TRUE(Calls("device.SetAxisTicks(2,").empty());   // the device has no Z axis
+
+    // Each graph object draws into a layer of its own.
+    log->calls.clear();
+    ASSERT_EQ(control->SetData(CreateGraphData(z, 3, 2).Get()), S_OK);
+    EXPECT_EQ(Calls("view.SelectLayer"), (Strings{"view.SelectLayer(1)"}));
+}
+
+TEST_F(ControlFixture, CopyArrayDataNeedsTwoColumnsAndNumbersItsScales) {
+    CreateWorking();
+    EXPECT_EQ(control->CopyArrayData(Variant(MakeGrid(1, 5, 2.0))), S_FALSE);
+    EXPECT_EQ(control->GetGraphObjects()->Count(), 0);
+    EXPECT_EQ(control->CopyAxisScaleData(0, Variant(SafeArray::Create1D(3))), S_FALSE);  // no data object yet
+    EXPECT_EQ(control->CopyArrayData(Variant(int32_t{3})), DISP_E_TYPEMISMATCH);
+
+    ASSERT_EQ(control->CopyArrayData(Variant(MakeGrid(3, 4, 2.0))), S_OK);
+    ASSERT_EQ(control->GetGraphObjects()->Count(), 1);
+    double lo = -1.0;
+    double hi = -1.0;
+    ASSERT_TRUE(control->GetYRange(&lo, &hi));
+    EXPECT_EQ(lo, 0.0);
+    EXPECT_EQ(hi, 3.0);
+
+    const std::vector<double> scale = {5, 6, 7};
+    EXPECT_EQ(control->CopyAxisScaleData(0, Variant(SafeArray::FromValues(scale))), S_OK);
+    ASSERT_TRUE(control->GetXRange(&lo, &hi));
+    EXPECT_EQ(hi, 7.0);
+    // A scale of the wrong length is the data object's error, handed back.
+    EXPECT_LT(control->CopyAxisScaleData(1, Variant(SafeArray::FromValues(scale))), 0);
+}
+
+TEST_F(ControlFixture, OneDimensionalViewSettersKeepToTheirRanges) {
+    CreateWorking();
+    CGD_GraphObject* graph = ShowGrid();
+    ASSERT_NE(graph, nullptr);
+    // Not in the 1-D view yet: everything is ignored.
+    control->SetPlotStyle1DView(1);
+    control->SetSecantPlane1DView(10.0);
+    EXPECT_EQ(graph->Drawing(), CGD_GraphObject::DrawingSettings{});
+    EXPECT_TRUE(Calls("device.SetSection").empty());
+
+    control->Enable1DView(1, 2);
+    EXPECT_EQ(control->GetViewMode(), 0);
+    EXPECT_EQ(graph->OneDimensionalView(), 2);
+    EXPECT_EQ(Calls("view.SetDataVisible").back(), "view.SetDataVisible(0)");
+
+    struct Case {
+        const char* name;
+        std::function<void()> call;
+        std::function<bool(const CGD_GraphObject::DrawingSettings&)> changed;
+        bool accepted;
+    };
+    auto& c0 = *control;
+    const Case cases[] = {
+        {"secant 100", [&] { c0.SetSecantPlane1DView(100.0); }, [](auto& d) { return d.secantPosition == 100.0; }, true},
+        {"secant 0", [&] { c0.SetSecantPlane1DView(0.0); }, [](auto& d) { return d.secantPosition == 0.0; }, true},
+        {"secant above", [&] { c0.SetSecantPlane1DView(100.5); }, [](auto& d) { return d.secantPosition == 100.5; }, false},
+        {"secant below", [&] { c0.SetSecantPlane1DView(-0.1); }, [](auto& d) { return d.secantPosition < 0; }, false},
+        {"plot style 3", [&] { c0.SetPlotStyle1DView(3); }, [](auto& d) { return d.plotStyle == 3; }, true},
+        {"plot style 4", [&] { c0.SetPlotStyle1DView(4); }, [](auto& d) { return d.plotStyle == 4; }, false},
+        {"point style 6", [&] { c0.SetPointStyle1DView(6); },
+         [](auto& d) { return d.pointStyle == PointStyle::Star; }, true},
+        {"point style 7", [&] { c0.SetPointStyle1DView(7); },
+         [](auto& d) { return static_cast<int>(d.pointStyle) == 7; }, false},
+        {"point style -1", [&] { c0.SetPointStyle1DView(-1); },
+         [](auto& d) { return static_cast<int>(d.pointStyle) == -1; }, false},
+        {"curve colour", [&] { c0.SetCurveColor1DView(0x123456); }, [](auto& d) { return d.curveColor == 0x123456; },
+         true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        log->calls.clear();
+        c.call();
+        EXPECT_EQ(c.changed(graph->Drawing()), c.accepted);
+        EXPECT_EQ(Calls("device.SetSection").empty(), !c.accepted);
+    }
+    // The section sent last carries the accepted values.
+    control->SetPlotStyle1DView(1);
+    EXPECT_EQ(Calls("device.SetSection").back(), "device.SetSection(2,1,6,1193046,0)");
+
+    control->Enable1DView(0, 0);
+    EXPECT_EQ(graph->OneDimensionalView(), 0);
+    control->Enable1DView(1, 3);  // no such plane
+    EXPECT_EQ(graph->OneDimensionalView(), 0);
+}
+
+TEST_F(ControlFixture, CameraSettersReadModifyWriteTheRecord) {
+    CreateWorking();
+    struct Case {
+        const char* name;
+        std::function<void(CUI_VexplotCtrl&)> set;
+        std::function<double(CUI_VexplotCtrl&)> get;
+        const char* written;
+    };
+    const Case cases[] = {
+        {"position y", [](auto& c) { c.SetCamYPosition(9.0); }, [](auto& c) { return c.GetCamYPosition(); },
+         "view.SetCameraPosition(1,9,3,1)"},
+        {"position z", [](auto& c) { c.SetCamZPosition(-2.0); }, [](auto& c) { return c.GetCamZPosition(); },
+         "view.SetCameraPosition(1,9,-2,1)"},
+        {"centre x", [](auto& c) { c.SetCamXCenter(4.0); }, [](auto& c) { return c.GetCamXCenter(); },
+         "view.SetCameraCenter(4,0,0,1)"},
+        {"distance", [](auto& c) { c.SetCamDist(12.0f); }, [](auto& c) { return c.GetCamDist(); },
+         "view.SetDistance(12)"},
+        {"azimuth", [](auto& c) { c.SetCamAzim(45.0f); }, [](auto& c) { return c.GetCamAzim(); },
+         "view.SetAzimuth(45)"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        log->calls.clear();
+        c.set(*control);
+        const Strings writes = [&] {
+            Strings w;
+            for (const std::string& call : log->calls)
+                for (const char* prefix : {"view.SetCamera", "view.SetDistance", "view.SetAzimuth"})
+                    if (call.rfind(prefix, 0) == 0) w.push_back(call);
+            return w;
+        }();
+        ASSERT_EQ(writes.size(), 1u);
+        EXPECT_EQ(writes[0], c.written);
+        // In 3-D mode the view is laid out and redrawn after the change.
+        EXPECT_FALSE(Calls("view.Update").empty());
+        EXPECT_NE(c.get(*control), 0.0);
+    }
+    EXPECT_EQ(control->GetCamYPosition(), 9.0);
+    EXPECT_EQ(control->GetCamZPosition(), -2.0);
+}
+
+TEST_F(ControlFixture, RetrieveBitmapRendersTheCurrentViewAtItsWindowSize) {
+    CreateWorking();
+    EXPECT_EQ(control->RetrieveBitmap(), 1);
+    EXPECT_EQ(Calls("view.RenderToImage").size(), 1u);
+    EXPECT_EQ(Calls("site.CreateBitmap"), (Strings{"site.CreateBitmap(400,260)"}));
+
+    control->SetViewMode(0);
+    log->failures["device.RenderToImage"] = E_OUTOFMEMORY;
+    std::vector<HRESULT> errors;
+    control->OnError([&](HRESULT code, const std::string&) { errors.push_back(code); });
+    EXPECT_EQ(control->RetrieveBitmap(), 0);
+    EXPECT_EQ(errors, (std::vector<HRESULT>{E_OUTOFMEMORY}));
+}
+
+TEST_F(ControlFixture, SetActiveChangesNothing) {
+    CreateWorking();
+    ShowGrid();
+    const CGD_GraphObject* before = control->GetGraphObjects()->Active();
+    control->SetActive(CreateGraphData(std::vector<double>(4, 0.0), 2, 2).Get());
+    EXPECT_EQ(control->GetGraphObjects()->Active(), before);
+    EXPECT_EQ(control->GetGraphObjects()->Count(), 1);
+    EXPECT_TRUE(log->calls.empty());
+}
+
+}  // namespace
+}  // namespace vexplot::test
