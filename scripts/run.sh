@@ -15,7 +15,7 @@ $vexplot info examples/*.3do examples/*.csv examples/*.npy
 out="$top/renders"
 mkdir -p "$out"
 for data in examples/*.3do examples/*.npy; do
-  name=$(basename "${data%.*}")
+  name=$(basename "$data" | tr . _)
   for style in surface wireframe bars lines points image section; do
     $vexplot render "$data" -o "$out/$name-$style.png" --style "$style" --title "$name ($style)"
   done

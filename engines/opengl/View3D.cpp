@@ -118,22 +118,33 @@ HRESULT View3D::Resize(int32_t width, int32_t height) {
 HRESULT View3D::Update(int32_t detail) {
     if (detail != kUpdateFull && detail != kUpdateMoving) return E_INVALIDARG;
     if (shutDown_) return E_UNEXPECTED;
-    if (width_ == 0 || height_ == 0) {
-        cacheValid_ = false;
-        return S_OK;
-    }
+    // Rendering waits for the next Draw: a host often changes several
+    // things in a row (data, style, camera), each asking for an update, and
+    // only the picture that is finally shown is worth rendering.
+    pendingDetail_ = detail;
+    cacheValid_ = false;
+    return S_OK;
+}
+
+HRESULT View3D::RenderCache(int32_t width, int32_t height) {
     try {
-        cache_.assign(static_cast<size_t>(width_) * static_cast<size_t>(height_), 0);
+        cache_.assign(static_cast<size_t>(width) * static_cast<size_t>(height), 0);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }
-    const ImageBuffer buffer{cache_.data(), width_, height_, width_, 0};
-    const HRESULT hr = Render(buffer, detail);
+    const ImageBuffer buffer{cache_.data(), width, height, width, 0};
+    const HRESULT hr = Render(buffer, pendingDetail_);
     cachePalette_ = engine_.Palette().Version();
-    cacheWidth_ = width_;
-    cacheHeight_ = height_;
+    cacheWidth_ = width;
+    cacheHeight_ = height;
     cacheValid_ = SUCCEEDED(hr);
     return hr;
+}
+
+HRESULT View3D::SetEveryCell(bool everyCell) {
+    everyCell_ = everyCell;
+    cacheValid_ = false;
+    return S_OK;
 }
 
 HRESULT View3D::SetDetailBudget(uint32_t cells) {
@@ -144,10 +155,11 @@ HRESULT View3D::SetDetailBudget(uint32_t cells) {
 HRESULT View3D::Draw(const ImageBuffer* windowPixels) {
     if (!ValidImage(windowPixels)) return E_INVALIDARG;
     if (shutDown_) return E_UNEXPECTED;
-    // A palette set since the last Update makes the cache stale as well.
+    // A palette set since the last render makes the cache stale as well.
     const bool paletteChanged = engine_.MakeCurrent() && engine_.Palette().Version() != cachePalette_;
-    if (!cacheValid_ || paletteChanged || cacheWidth_ != windowPixels->width || cacheHeight_ != windowPixels->height)
-        return Render(*windowPixels, kUpdateFull);
+    if (!cacheValid_ || paletteChanged || cacheWidth_ != windowPixels->width || cacheHeight_ != windowPixels->height) {
+        if (const HRESULT hr = RenderCache(windowPixels->width, windowPixels->height); FAILED(hr)) return hr;
+    }
     for (int32_t y = 0; y < cacheHeight_; ++y)
         std::memcpy(windowPixels->pixels + static_cast<size_t>(y) * static_cast<size_t>(windowPixels->stride),
                     cache_.data() + static_cast<size_t>(y) * static_cast<size_t>(cacheWidth_),
@@ -244,6 +256,7 @@ HeightField::Level View3D::LevelFor(Layer& layer, int32_t detail, uint64_t pixel
     const int32_t nx = shownNodes(layer.field.XCount(), e.xFirst, e.xLast, box.shown.xMin, box.shown.xMax);
     const int32_t ny = shownNodes(layer.field.YCount(), e.yFirst, e.yLast, box.shown.yMin, box.shown.yMax);
     int32_t factor = layer.lowResolution ? 2 : 1;
+    if (detail == kUpdateFull && everyCell_) return factor > 1 ? layer.field.Reduced(factor, *reduce_) : layer.field.Full();
     // At rest: every cell while cells are at least a pixel on the screen,
     // beyond that the level that keeps about one cell per pixel (its cells
     // keep their blocks' extremes, so no peak is lost). Styles that need

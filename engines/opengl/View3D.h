@@ -92,6 +92,7 @@ public:
     HRESULT SetDistance(float distance) override;
     HRESULT ResetCamera() override;
     HRESULT Pick(int32_t px, int32_t py, Point3* point) override;
+    HRESULT SetEveryCell(bool everyCell) override;
 
 private:
     ~View3D() override;
@@ -124,6 +125,8 @@ private:
     static uint64_t PixelsPerCell(GraphStyle style);
     HeightField::Level LevelFor(Layer& layer, int32_t detail, uint64_t pixels, const SceneBox& box);
     HRESULT Render(const ImageBuffer& target, int32_t detail);
+    // Renders the pending detail into the cache at the given size.
+    HRESULT RenderCache(int32_t width, int32_t height);
     void DrawScene(const SceneBox& box, const Projector& projector,
                    const std::vector<std::pair<const Layer*, HeightField::Level>>& draws);
     void DrawOverlayLines(const SceneBox& box, const Projector& projector);
@@ -149,6 +152,8 @@ private:
     Vec3 axisScale_{1, 1, 1};
     float lineWidth_ = 1.0f;
     uint32_t detailBudget_ = kDefaultDetailBudget;
+    int32_t pendingDetail_ = kUpdateFull;  // what the next render of the cache draws
+    bool everyCell_ = false;
     std::optional<DataRect> visibleRange_;
     Axes3D axes_;
     Camera camera_;

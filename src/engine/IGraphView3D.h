@@ -20,7 +20,7 @@ static_assert(sizeof(CameraVector) == 32);
 inline constexpr int32_t kRefreshCheck = 0;    // revalidate the device, e.g. after a resize
 inline constexpr int32_t kRefreshRebuild = 1;  // also drop cached geometry: a new grid follows
 // Arguments of Update (slot 7).
-inline constexpr int32_t kUpdateFull = 0;    // draw every grid cell
+inline constexpr int32_t kUpdateFull = 0;    // at rest: all the detail the pixels show (slot 53)
 inline constexpr int32_t kUpdateMoving = 1;  // the view is moving: draw within the detail budget (slot 8)
 
 // The engine's 3-D view (IGraphEngine slot 8), bound to the control's 3-D
@@ -56,8 +56,9 @@ public:
     virtual HRESULT Refresh(int32_t flags) = 0;  // slot 5
     // The window's client size in pixels.
     virtual HRESULT Resize(int32_t width, int32_t height) = 0;  // slot 6
-    // Renders the scene again (kUpdateFull or kUpdateMoving); the next Draw
-    // shows it.
+    // Asks for the scene to be rendered again (kUpdateFull or
+    // kUpdateMoving); the render happens at the next Draw, so that several
+    // updates in a row cost one render.
     virtual HRESULT Update(int32_t detail) = 0;  // slot 7
     // Level of detail while moving: at most this many grid cells are drawn
     // by Update(kUpdateMoving), the grid being sampled evenly; 0 means no
@@ -144,6 +145,14 @@ public:
     // The data point under a client pixel: S_OK with the point, S_FALSE
     // when no grid is hit there.
     virtual HRESULT Pick(int32_t px, int32_t py, Point3* point) = 0;  // slot 52
+    // What a view at rest (Update(kUpdateFull), RenderToImage) draws of a
+    // grid whose cells are smaller than the pixels they cover. By default
+    // (false) every cell up to one cell per pixel, and beyond that the
+    // coarser level with one cell per pixel whose cells keep their blocks'
+    // highest or lowest value, so no peak or pit is lost: the picture holds
+    // all the detail the pixels can show. True draws every cell whatever
+    // its size on screen (for comparisons; it costs far more time).
+    virtual HRESULT SetEveryCell(bool everyCell) = 0;  // slot 53
 
 protected:
     ~IGraphView3D() = default;

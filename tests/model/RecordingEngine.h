@@ -162,6 +162,7 @@ public:
     HRESULT SetDistance(float d) override { return Store(Note("SetDistance", d), distance, d); }
     HRESULT ResetCamera() override { return Note("ResetCamera"); }
     HRESULT Pick(int32_t px, int32_t py, Point3*) override { return Note("Pick", px, py); }
+    HRESULT SetEveryCell(bool everyCell) override { return Note("SetEveryCell", everyCell); }
 
     DataRect shown{}, full{};  // what GetViewBounds answers
     CameraVector position{1, 2, 3, 1};
