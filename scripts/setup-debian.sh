@@ -2,6 +2,8 @@
 # Installs the Debian 12 packages Vexplot builds and tests with. Idempotent:
 # packages already present are left alone, and the package lists are only
 # refreshed when something has to be installed. Needs root (or sudo).
+# Usage: setup-debian.sh [PACKAGE...]: with arguments it installs those
+# packages instead of the project's own (the benchmark peers use this).
 set -euo pipefail
 
 packages=(
@@ -13,6 +15,8 @@ packages=(
   libfreetype-dev libfontconfig-dev fonts-liberation
   libpng-dev zlib1g-dev
 )
+
+[ $# -eq 0 ] || packages=("$@")
 
 missing=()
 for p in "${packages[@]}"; do
