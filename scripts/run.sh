@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
-# The main job: set up, build the `vexplot` command and the OpenGL engine,
-# register the engine in the user's settings, and render every sample grid in
-# every style (headless: no display is needed). The pictures go to renders/.
+# The main job: set up, build the `vexplot` command, the OpenGL engine and
+# the viewer, register the engine in the user's settings, render every
+# sample grid in every style into renders/ (headless), and then, where a
+# display exists, open the viewer on the sample data.
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 "$top/scripts/setup-debian.sh"
 cmake -S "$top" -B "$top/build" -DCMAKE_BUILD_TYPE=Release
-cmake --build "$top/build" -j "$(nproc)" --target vexplot vexplot_opengl
+cmake --build "$top/build" -j "$(nproc)" --target vexplot vexplot_opengl vexplot-viewer
 cd "$top"
 vexplot=./build/apps/vexplot/vexplot
+viewer=./build/apps/vexplot-viewer/vexplot-viewer
 $vexplot register
 $vexplot info examples/*.3do examples/*.csv examples/*.npy
 
@@ -21,3 +23,11 @@ for data in examples/*.3do examples/*.npy; do
   done
 done
 echo "run: $(ls "$out"/*.png | wc -l) pictures in $out"
+
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  exec $viewer examples/peaks.3do examples/sinc.npy
+fi
+# No display: a picture of the viewer as it would look, drawn on a virtual one.
+xvfb-run -a -s "-screen 0 1280x1024x24" $viewer --screenshot "$out/viewer.png" --size 1100x800 \
+  examples/peaks.3do examples/sinc.npy
+echo "run: the viewer as it looks on a screen: $out/viewer.png"

@@ -14,6 +14,8 @@ packages=(
   libegl-dev libopengl-dev libgl-dev libegl-mesa0 libgl1-mesa-dri
   libfreetype-dev libfontconfig-dev fonts-liberation
   libpng-dev zlib1g-dev
+  qt6-base-dev qt6-qpa-plugins
+  xvfb xauth
 )
 
 [ $# -eq 0 ] || packages=("$@")

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "com/ComError.h"
+#include "tools/CToolsCtrl.h"
+#include "ui/CUIW_InfoWnd.h"
 
 namespace vexplot {
 
@@ -10,8 +12,6 @@ namespace {
 
 constexpr int32_t kTitleHeight = 20;
 constexpr int32_t kStatusHeight = 20;
-constexpr int32_t kButtonSize = 16;
-constexpr int32_t kNavigatorSize = 48;
 constexpr const char* kCaption = "Vexplot";
 
 PixelRect Rect(int32_t left, int32_t top, int32_t right, int32_t bottom) {
@@ -69,22 +69,18 @@ bool CUI_VexplotCtrl::Create(IControlSite& site, const PixelRect& rect) {
 // static title and status texts, the view windows with the navigator over
 // the 3-D one, then the palette.
 void CUI_VexplotCtrl::CreateChildWindows() {
-    const ControlSettings& s = settings_;
-    MakeWindow(WindowRole::MenuButton, Rect(s.menuControlLeft, s.menuControlTop, s.menuControlLeft + kButtonSize,
-                                            s.menuControlTop + kButtonSize));
-    MakeWindow(WindowRole::LegendButton, Rect(s.legendControlLeft, s.legendControlTop,
-                                              s.legendControlLeft + kButtonSize, s.legendControlTop + kButtonSize));
-    MakeWindow(WindowRole::LegendWindow, s.legendRect);
-    MakeWindow(WindowRole::InfoWindow, s.info.rect);
+    CreateTitleButtons();
+    CreateLegend();
+    CreateInfoWindow();
     settings_.ReadInfo(sink_, store_);
-    site_->MoveWindow(Window(WindowRole::InfoWindow), settings_.info.rect);
+    ApplyInfoSettings();
     MakeWindow(WindowRole::Title, Rect(0, 0, 0, 0));
     site_->SetWindowText(Window(WindowRole::Title), "TITLE");
     MakeWindow(WindowRole::StatusBar, Rect(0, 0, 0, 0));
     site_->SetWindowText(Window(WindowRole::StatusBar), "Info bar");
     MakeWindow(WindowRole::View2D, Rect(0, 0, 0, 0));
     MakeWindow(WindowRole::View3D, Rect(0, 0, 0, 0));
-    MakeWindow(WindowRole::Navigator, Rect(0, 0, kNavigatorSize, kNavigatorSize));
+    CreateNavigator();
     palette_.SetStandard(palette_.GetPaletteId());
 }
 
@@ -106,8 +102,9 @@ void CUI_VexplotCtrl::ShowInitialWindows() {
     for (WindowRole role : {WindowRole::Title, WindowRole::MenuButton, WindowRole::LegendButton,
                             WindowRole::StatusBar})
         site_->ShowWindow(Window(role), true);
-    site_->ShowWindow(Window(WindowRole::InfoWindow), settings_.info.visible);
-    site_->ShowWindow(Window(WindowRole::LegendWindow), settings_.legendVisible);
+    if (info_) info_->Show(settings_.info.visible);
+    // An auto-hidden legend shows only when it pops up.
+    if (legend_ && !settings_.autoHideLegend) legend_->SetShown(settings_.legendVisible);
 }
 
 void CUI_VexplotCtrl::Destroy() {
@@ -117,6 +114,7 @@ void CUI_VexplotCtrl::Destroy() {
     for (auto& axis : axes_) axis.reset();
     if (engine_) engine_->Release();
     engine_.reset();
+    DestroyAuxiliaryWindows();
     DestroyWindows();
     currentView_ = 0;
     nextLayer_ = 0;
@@ -154,8 +152,7 @@ void CUI_VexplotCtrl::RecalcLayout() {
     const PixelRect view = Rect(0, top, width, bottom);
     site_->MoveWindow(Window(WindowRole::View2D), view);
     site_->MoveWindow(Window(WindowRole::View3D), view);
-    site_->MoveWindow(Window(WindowRole::Navigator),
-                      Rect(view.right - kNavigatorSize, view.top, view.right, view.top + kNavigatorSize));
+    LayOutAuxiliaryWindows(view);
     const int32_t w = view.right - view.left;
     const int32_t h = view.bottom - view.top;
     if (IGraphDevice2D* device = GetDevice2D()) device->Resize(w, h);
@@ -263,8 +260,14 @@ void CUI_VexplotCtrl::ApplyVisibility(const WindowVisibility* record) {
     for (WindowRole role : {WindowRole::Title, WindowRole::MenuButton, WindowRole::LegendButton})
         site_->ShowWindow(Window(role), v.title);
     site_->ShowWindow(Window(WindowRole::StatusBar), v.status);
-    site_->ShowWindow(Window(WindowRole::InfoWindow), v.info);
-    site_->ShowWindow(Window(WindowRole::LegendWindow), v.legend);
+    if (info_)
+        info_->Show(v.info);
+    else
+        site_->ShowWindow(Window(WindowRole::InfoWindow), v.info);
+    if (legend_)
+        legend_->SetShown(v.legend);
+    else
+        site_->ShowWindow(Window(WindowRole::LegendWindow), v.legend);
     navigatorFlag_ = v.navigator;
     site_->ShowWindow(Window(WindowRole::Navigator), v.navigator && Is3DViewCurrent());
 }
@@ -281,10 +284,6 @@ void CUI_VexplotCtrl::Rebuild1DView(CGD_GraphObject* graph) {
     if (!graph) return;
     Guarded([graph] { graph->SendDrawingSettings(); });
     Redraw(false);
-}
-
-void CUI_VexplotCtrl::UpdateLegend() {
-    if (site_ && HasWindow(WindowRole::LegendWindow)) site_->Invalidate(Window(WindowRole::LegendWindow), nullptr, true);
 }
 
 void CUI_VexplotCtrl::BeginWaitCursor() {

@@ -11,6 +11,7 @@
 #include "com/ConnectionPointList.h"
 #include "com/IConnectionPoint.h"
 #include "com/Variant.h"
+#include "control/CommandTable.h"
 #include "control/ControlSettings.h"
 #include "control/EngineHost.h"
 #include "control/IControlSite.h"
@@ -18,9 +19,12 @@
 #include "model/CGD_GraphObjectList.h"
 #include "model/CGD_Palette.h"
 #include "model/IViewHost.h"
+#include "ui/CUIW_LegendWindow.h"
+#include "ui/NavigatorPad.h"
 
 namespace vexplot {
 
+class CToolsCtrl;
 class MessageSink;
 class SettingsStore;
 
@@ -41,7 +45,9 @@ class SettingsStore;
 // other methods report a failing engine or data-object call through
 // FireError with its code and text, as the host sees any automation error.
 // Everything runs on the host's user-interface thread.
-class CUI_VexplotCtrl final : public ComObject<IViewHost, IConnectionPointContainer>, private IWindowHandler {
+class CUI_VexplotCtrl final : public ComObject<IViewHost, IConnectionPointContainer>,
+                              private IWindowHandler,
+                              private ILegendOwner {
 public:
     // The event interfaces: _DVexplotEvents and _DVexplotExEvents.
     static constexpr IID kEventsIid = GUID::FromLiteral("{560F5F30-09CB-48B4-9089-E860F4847D66}");
@@ -166,6 +172,24 @@ public:
     // Axis 0 replaces the X scale, 1 the Y scale of that data object.
     HRESULT CopyAxisScaleData(int16_t axis, const Variant& array);
 
+    // A data file (.3do, .csv, .npy) shown as a new graph object beside
+    // those already plotted. On failure `error` (may be null) says why.
+    HRESULT LoadDataFile(const std::string& path, std::string* error);
+
+    // user input and commands:
+    // Carries out a menu or accelerator command; commands that are not
+    // available now (CommandState) do nothing.
+    void OnCommand(int32_t command) override;
+    // Whether a command of the pop-up menu is available and checked now.
+    CommandTable::EntryState CommandState(int32_t command);
+    // The pop-up menu as it stands now.
+    MenuModel PopupMenu();
+    // Camera moves of the mouse and the navigator, in degrees, view pixels
+    // and distance factors; each redraws.
+    void TurnBy(double azimuthDegrees, double elevationDegrees);
+    void PanBy(double dx, double dy);
+    void ZoomBy(double factor);
+
     // C++ only: the drawing styles no published method reaches (wireframe,
     // lines); applied to the active graph object.
     void SetDrawingStyle(GraphStyle style);
@@ -189,7 +213,7 @@ public:
     void FireError(HRESULT code, const char* text) override;
     CGD_Axis* GetAxis(AxisId axis) override;
     void CreateAxes() override;
-    CUIW_InfoWnd* GetInfoWindow() override { return nullptr; }
+    CUIW_InfoWnd* GetInfoWindow() override { return info_.get(); }
     void UpdateLegend() override;
     void SetStatusText(const char* text) override;
     uint32_t GetBackgroundColor() override { return settings_.backgroundColor; }
@@ -219,7 +243,7 @@ public:
     IGraphDevice2D* GetDevice2D() override { return engine_ ? engine_->Device() : nullptr; }
     IGraphView3D* GetView3D() override { return engine_ ? engine_->View() : nullptr; }
     void SetSurfaceViewAvailable(int32_t available) override { surfaceViewAvailable_ = available != 0; }
-    void ShowContextMenu(int32_t, int32_t) override {}
+    void ShowContextMenu(int32_t x, int32_t y) override;
 
     // IConnectionPointContainer:
     HRESULT GetConnectionPointCount(uint32_t* count) override { return points_.Count(count); }
@@ -232,6 +256,44 @@ private:
     void OnPaint(WindowHandle window, const ImageBuffer& target) override;
     void OnSize(WindowHandle window, int32_t width, int32_t height) override;
     void OnTimer(WindowHandle, uint32_t) override {}
+    void OnMouse(WindowHandle window, const MouseEvent& event) override;
+    void OnKey(WindowHandle window, const KeyEvent& event) override;
+
+    // input (CUI_VexplotCtrlInput.cpp):
+    struct Drag {
+        bool pan = false;
+        PixelPoint last;
+    };
+    void BeginDrag(const MouseEvent& event);
+    void ContinueDrag(const MouseEvent& event);
+    void EndDrag();
+    bool OnCommandHandled(int32_t command);
+
+    // auxiliary windows (CUI_VexplotCtrlWindows.cpp):
+    void CreateTitleButtons();
+    void CreateLegend();
+    void CreateInfoWindow();
+    void ApplyInfoSettings();
+    void CreateNavigator();
+    void DestroyAuxiliaryWindows();
+    void LayOutAuxiliaryWindows(const PixelRect& view);
+    void LayOutDockedInfo();
+    void PopUpLegend();
+    void NavigatorMove(NavigatorPad::Zone zone, bool secondary);
+
+    // ILegendOwner:
+    CGD_GraphObjectList* LegendGraphObjects() override;
+    void MakeGraphObjectActive(int32_t index) override;
+    void RedrawPlot() override;
+    int32_t LegendViewMode() override { return viewMode_; }
+    void SetTitleText(const std::string& text) override;
+    const CGD_Palette* PreviewPalette() override { return &palette_; }
+    // The data editor and the objects' property dialogs come later.
+    bool CanEditData(const CGD_GraphObject*) override { return false; }
+    bool CanEditProperties(const CGD_GraphObject*) override { return false; }
+    void EditGraphData(CGD_GraphObject*) override {}
+    bool EditGraphProperties(CGD_GraphObject*) override { return false; }
+    void DeleteGraphObject(CGD_GraphObject* graph) override;
 
     // creation steps:
     WindowHandle MakeWindow(WindowRole role, const PixelRect& rect);
@@ -268,7 +330,7 @@ private:
     MessageSink* sink_;
     std::shared_ptr<SettingsStore> store_;
     IControlSite* site_ = nullptr;  // borrowed between Create and Destroy
-    std::array<WindowHandle, 10> windows_{};
+    std::array<WindowHandle, 11> windows_{};
     std::unique_ptr<EngineHost> engine_;
     std::unique_ptr<CGD_GraphObjectList> graphs_;
     std::array<std::unique_ptr<CGD_Axis>, 4> axes_;  // X, Y, Z, Palette
@@ -290,6 +352,13 @@ private:
     bool surfaceViewAvailable_ = true;
     bool navigatorFlag_ = true;
     CGD_Annotation* selected_ = nullptr;
+    std::optional<Drag> drag_;
+    std::unique_ptr<CToolsCtrl> menuButton_;
+    std::unique_ptr<CToolsCtrl> legendButton_;
+    std::unique_ptr<CUIW_InfoWnd> info_;
+    std::unique_ptr<CUIW_LegendWindow> legend_;
+    std::unique_ptr<NavigatorPad> navigator_;
+    PixelRect viewArea_{};
 };
 
 }  // namespace vexplot

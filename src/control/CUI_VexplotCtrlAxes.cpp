@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "control/CUI_VexplotCtrl.h"
+#include "ui/CUIW_InfoWnd.h"
 
 namespace vexplot {
 
@@ -50,6 +51,8 @@ void CUI_VexplotCtrl::CreateAxes() {
     for (AxisId id : {AxisId::X, AxisId::Y, AxisId::Z, AxisId::Palette}) {
         auto axis = std::make_unique<CGD_Axis>(id);
         axis->SetView(GetView3D());
+        // The X and Y axes keep their zoom read-outs in the info window.
+        if (info_) axis->AttachInfoWindow(info_.get());
         axes_[Index(id)] = std::move(axis);
     }
 }

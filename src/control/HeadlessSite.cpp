@@ -1,6 +1,7 @@
 #include "control/HeadlessSite.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vexplot {
 
@@ -176,5 +177,46 @@ bool HeadlessSite::ReadBitmap(uint32_t bitmap, std::vector<uint32_t>* pixels, in
 }
 
 void HeadlessSite::DeleteBitmap(uint32_t bitmap) { bitmaps_.erase(bitmap); }
+
+void HeadlessSite::SetWindowShape(WindowHandle window, const std::vector<PixelRect>* runs) {
+    if (Window* w = Find(window)) w->shape = runs ? *runs : std::vector<PixelRect>{};
+}
+
+const std::vector<PixelRect>& HeadlessSite::Shape(WindowHandle window) const {
+    static const std::vector<PixelRect> none;
+    const Window* w = Find(window);
+    return w ? w->shape : none;
+}
+
+void HeadlessSite::AnimateWindow(WindowHandle window, uint32_t flags, uint32_t) {
+    ShowWindow(window, (flags & anim::kHide) == 0);
+}
+
+PixelPoint HeadlessSite::CursorPosition(WindowHandle window) const {
+    // The windows' rectangles are in their parents' client pixels; walk up
+    // to the control window, whose client area the cursor is kept in.
+    PixelPoint point = cursor_;
+    for (const Window* w = Find(window); w && w->parent != 0; w = Find(w->parent)) {
+        point.x -= w->rect.left;
+        point.y -= w->rect.top;
+    }
+    return point;
+}
+
+FontMetrics HeadlessSite::GetFontMetrics(const LogicalFont& font) const {
+    // A negative height is the character height (ascent + descent without
+    // internal leading); a positive one the cell height. Liberation Sans
+    // has an ascent of 0.905 and a descent of 0.212 em, a line gap of 0.033.
+    const double em = font.height < 0 ? -font.height : std::max(font.height, 1) / 1.117;
+    FontMetrics m;
+    m.ascent = static_cast<int32_t>(std::lround(em * 0.905));
+    m.descent = static_cast<int32_t>(std::lround(em * 0.212));
+    m.height = m.ascent + m.descent;
+    m.externalLeading = static_cast<int32_t>(std::lround(em * 0.033));
+    m.averageCharWidth = static_cast<int32_t>(std::lround(em * 0.5));
+    m.maxCharWidth = static_cast<int32_t>(std::lround(em * 1.0));
+    if (font.width > 0) m.averageCharWidth = font.width;
+    return m;
+}
 
 }  // namespace vexplot

@@ -45,6 +45,16 @@ public:
     uint32_t CreateBitmap(const ImageBuffer& pixels) override;
     bool ReadBitmap(uint32_t bitmap, std::vector<uint32_t>* pixels, int32_t* width, int32_t* height) const override;
     void DeleteBitmap(uint32_t bitmap) override;
+    void BindWindowLogic(WindowHandle, WindowLogic) override {}
+    void SetWindowShape(WindowHandle window, const std::vector<PixelRect>* runs) override;
+    void AnimateWindow(WindowHandle window, uint32_t flags, uint32_t milliseconds) override;
+    PixelPoint CursorPosition(WindowHandle window) const override;
+    // Nobody can choose: the menu is dismissed.
+    int32_t TrackPopupMenu(WindowHandle, const MenuModel&, PixelPoint) override { return 0; }
+    // Metrics of the Liberation faces, scaled from the font's height, so
+    // that layouts come out as they do on screen.
+    FontMetrics GetFontMetrics(const LogicalFont& font) const override;
+    bool MouseInputPending() const override { return false; }
 
     // batch driving:
     // Delivers the pending paints of visible view windows (OnPaint into
@@ -53,6 +63,8 @@ public:
     // Lets `milliseconds` pass: every timer due in that time fires once per
     // period elapsed, in the order of their due times.
     void AdvanceTime(uint32_t milliseconds);
+    // Puts the mouse cursor at `point` in the control window's client pixels.
+    void SetCursorPosition(PixelPoint point) { cursor_ = point; }
 
     // inspection:
     // The window's pixel buffer (view windows only; empty otherwise).
@@ -60,6 +72,8 @@ public:
     WindowRole Role(WindowHandle window) const;
     size_t WindowCount() const { return windows_.size(); }
     size_t BitmapCount() const { return bitmaps_.size(); }
+    // The runs of the window's shape; empty when it has its whole rectangle.
+    const std::vector<PixelRect>& Shape(WindowHandle window) const;
     bool CursorShown() const { return cursorShown_; }
 
 private:
@@ -72,6 +86,7 @@ private:
         std::string text;
         IWindowHandler* handler = nullptr;
         std::vector<uint32_t> pixels;  // view windows: width x height
+        std::vector<PixelRect> shape;
     };
     struct Timer {
         uint32_t period = 0;
@@ -97,6 +112,7 @@ private:
     std::map<uint32_t, Bitmap> bitmaps_;
     std::set<std::string> offeredEngines_;
     bool cursorShown_ = true;
+    PixelPoint cursor_;
 };
 
 }  // namespace vexplot

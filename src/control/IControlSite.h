@@ -2,12 +2,36 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
+#include "control/MenuModel.h"
+#include "control/WindowInput.h"
 #include "engine/IGraphEngine.h"
 #include "engine/WindowHandle.h"
+#include "model/LogicalFont.h"
 
 namespace vexplot {
+
+class CToolsCtrl;
+class CUIW_InfoWnd;
+class CUIW_LegendWindow;
+class NavigatorPad;
+
+// The logic object behind an auxiliary window. The site's window for that
+// role draws itself from it and passes the user's input to it; a site that
+// draws nothing (headless) only keeps the windows' state.
+using WindowLogic = std::variant<std::monostate, CUIW_InfoWnd*, CUIW_LegendWindow*, CToolsCtrl*, NavigatorPad*>;
+
+// Metrics of a font as the site draws it, in pixels.
+struct FontMetrics {
+    int32_t height = 0;  // ascent + descent
+    int32_t ascent = 0;
+    int32_t descent = 0;
+    int32_t externalLeading = 0;  // extra space the font asks for between lines
+    int32_t averageCharWidth = 0;
+    int32_t maxCharWidth = 0;
+};
 
 // What a window of the control is for. The site may give each role its own
 // look (a button, a static text, a tool window); the control only relies on
@@ -22,7 +46,8 @@ enum class WindowRole : int32_t {
     StatusBar = 6,     // the one-line "Info bar" under the view
     InfoWindow = 7,
     LegendWindow = 8,
-    Navigator = 9,  // the camera pad over the 3-D view
+    Navigator = 9,     // the camera pad over the 3-D view
+    InfoPopup = 10,    // the info window as a tool window of its own, owned by the control
 };
 
 // Buttons of a message box and the answers it gives (the platform's codes,
@@ -42,19 +67,28 @@ struct EngineEntry {
     std::string clsidText;  // brace form; may be empty or malformed, the control copes
 };
 
-// Events a window passes back to the control. The site calls these on the
-// user-interface thread; the handler outlives its windows (the control
-// destroys them before it dies).
+// Events a window passes back to its owner (the control, or the logic
+// object of an auxiliary window). The site calls these on the
+// user-interface thread; the handler outlives its windows (owners destroy
+// their windows before they die). A handler takes the events it cares for.
 class IWindowHandler {
 public:
     // The window needs its pixels: `target` is the window's client area,
     // lent for the call (0x00BBGGRR, top row first). Only view windows are
     // painted by the control; the site draws the other roles itself.
-    virtual void OnPaint(WindowHandle window, const ImageBuffer& target) = 0;
+    virtual void OnPaint(WindowHandle /*window*/, const ImageBuffer& /*target*/) {}
     // The window's client area changed to `width` x `height` pixels.
-    virtual void OnSize(WindowHandle window, int32_t width, int32_t height) = 0;
+    virtual void OnSize(WindowHandle /*window*/, int32_t /*width*/, int32_t /*height*/) {}
     // A timer set with IControlSite::SetTimer on `window` is due.
-    virtual void OnTimer(WindowHandle window, uint32_t timerId) = 0;
+    virtual void OnTimer(WindowHandle /*window*/, uint32_t /*timerId*/) {}
+    // Mouse and keys in the window. The site delivers them to the view
+    // windows' handler (the control); auxiliary windows pass their input to
+    // their logic object directly.
+    virtual void OnMouse(WindowHandle /*window*/, const MouseEvent& /*event*/) {}
+    virtual void OnKey(WindowHandle /*window*/, const KeyEvent& /*event*/) {}
+    // A command chosen by the user outside a menu the control tracked
+    // itself: an accelerator the site matched, a menu the site opened.
+    virtual void OnCommand(int32_t /*command*/) {}
 
 protected:
     ~IWindowHandler() = default;
@@ -117,6 +151,27 @@ public:
     virtual bool ReadBitmap(uint32_t bitmap, std::vector<uint32_t>* pixels, int32_t* width,
                             int32_t* height) const = 0;
     virtual void DeleteBitmap(uint32_t bitmap) = 0;
+
+    // auxiliary windows:
+    // Hands the site the logic object of a window it made (see WindowLogic).
+    virtual void BindWindowLogic(WindowHandle window, WindowLogic logic) = 0;
+    // Limits the visible part of the window to the union of `runs` (client
+    // pixels); null gives the window back its whole rectangle.
+    virtual void SetWindowShape(WindowHandle window, const std::vector<PixelRect>* runs) = 0;
+    // Shows (anim::kActivate) or hides (anim::kHide) the window with the
+    // animation the other anim:: flags describe, over `milliseconds`. The
+    // window's visibility changes at once; only the picture takes the time.
+    virtual void AnimateWindow(WindowHandle window, uint32_t flags, uint32_t milliseconds) = 0;
+    // The mouse cursor in the client pixels of `window` (may lie outside it).
+    virtual PixelPoint CursorPosition(WindowHandle window) const = 0;
+    // Opens `menu` at `at` (client pixels of `window`) and waits for the
+    // user: the chosen command, 0 when the menu was dismissed.
+    virtual int32_t TrackPopupMenu(WindowHandle window, const MenuModel& menu, PixelPoint at) = 0;
+    // What `font` measures as the site draws text.
+    virtual FontMetrics GetFontMetrics(const LogicalFont& font) const = 0;
+    // Whether mouse input is waiting to be handled: expensive updates that
+    // the next mouse event will supersede can be dropped then.
+    virtual bool MouseInputPending() const = 0;
 };
 
 }  // namespace vexplot

@@ -28,6 +28,11 @@ std::span<const uint32_t> RgbaRaster::Row(uint32_t y) const {
     return std::span<const uint32_t>(pixels_).subspan(RowStart(y), width_);
 }
 
+void RgbaRaster::SetPixel(uint32_t x, uint32_t y, uint32_t color) {
+    static_cast<void>(Pixel(x, y));  // range check with its message
+    pixels_[RowStart(y) + x] = color;
+}
+
 void RgbaRaster::FillRow(uint32_t y, uint32_t color) {
     const auto start = pixels_.begin() + static_cast<std::ptrdiff_t>(RowStart(y));
     std::fill(start, start + width_, color);

@@ -28,6 +28,7 @@ public:
     // setters:
     // Paints the whole row `y`: the one-pixel pen line across the raster.
     void FillRow(uint32_t y, uint32_t color);
+    void SetPixel(uint32_t x, uint32_t y, uint32_t color);
 
     bool operator==(const RgbaRaster&) const = default;
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -24,12 +25,14 @@ public:
         bool visible = false;
         std::string text;
         IWindowHandler* handler = nullptr;
+        WindowLogic logic;
+        std::vector<PixelRect> shape;
     };
 
     WindowHandle CreateWindow(WindowRole role, WindowHandle, const PixelRect& rect, IWindowHandler* h) override {
         log->Record("site.CreateWindow", Args(role));
         const WindowHandle handle = next_++;
-        windows[handle] = Window{role, rect, false, {}, h};
+        windows[handle] = Window{role, rect, false, {}, h, {}, {}};
         return handle;
     }
     void DestroyWindow(WindowHandle w) override {
@@ -75,8 +78,14 @@ public:
         choices.erase(choices.begin());
         return choice;
     }
-    void SetTimer(WindowHandle, uint32_t, uint32_t) override {}
-    void KillTimer(WindowHandle, uint32_t) override {}
+    void SetTimer(WindowHandle w, uint32_t id, uint32_t milliseconds) override {
+        log->Record("site.SetTimer", Args(Role(w), id, milliseconds));
+        timers[{w, id}] = milliseconds;
+    }
+    void KillTimer(WindowHandle w, uint32_t id) override {
+        log->Record("site.KillTimer", Args(Role(w), id));
+        timers.erase({w, id});
+    }
     void SetCursorShape(WindowHandle, CursorShape) override {}
     void ShowCursor(bool) override {}
     uint32_t CreateBitmap(const ImageBuffer& image) override {
@@ -86,6 +95,31 @@ public:
     }
     bool ReadBitmap(uint32_t, std::vector<uint32_t>*, int32_t*, int32_t*) const override { return false; }
     void DeleteBitmap(uint32_t) override {}
+    void BindWindowLogic(WindowHandle w, WindowLogic logic) override {
+        if (windows.count(w)) windows[w].logic = logic;
+    }
+    void SetWindowShape(WindowHandle w, const std::vector<PixelRect>* runs) override {
+        if (windows.count(w)) windows[w].shape = runs ? *runs : std::vector<PixelRect>{};
+    }
+    void AnimateWindow(WindowHandle w, uint32_t flags, uint32_t milliseconds) override {
+        log->Record("site.AnimateWindow", Args(Role(w), flags, milliseconds));
+        animations.push_back(flags);
+        if (windows.count(w)) windows[w].visible = (flags & anim::kHide) == 0;
+    }
+    // The cursor as a test placed it, in the client pixels of every window.
+    PixelPoint CursorPosition(WindowHandle) const override { return cursor; }
+    int32_t TrackPopupMenu(WindowHandle w, const MenuModel& menu, PixelPoint) override {
+        log->Record("site.TrackPopupMenu", Args(Role(w), menu.size()));
+        menus.push_back(menu);
+        return menuAnswer ? menuAnswer(menu) : 0;
+    }
+    // Fixed metrics: a tenth of the height per unit, so that tests compute
+    // layouts by hand.
+    FontMetrics GetFontMetrics(const LogicalFont& font) const override {
+        const int32_t h = font.height < 0 ? -font.height : font.height;
+        return FontMetrics{h, h - h / 5, h / 5, 1, h / 2, h};
+    }
+    bool MouseInputPending() const override { return mouseInputPending; }
 
     // The window of a role, 0 when there is none.
     WindowHandle Find(WindowRole role) const {
@@ -105,6 +139,12 @@ public:
     std::vector<EngineEntry> choices;  // what ChooseEngine answers, in turn
     std::vector<EngineEntry> offered;  // what it was last offered
     std::vector<ImageBuffer> bitmaps;  // sizes only: the pixels are not kept
+    std::map<std::pair<WindowHandle, uint32_t>, uint32_t> timers;  // running: period
+    std::vector<uint32_t> animations;                               // AnimateWindow flags, in turn
+    std::vector<MenuModel> menus;                                   // menus tracked, in turn
+    std::function<int32_t(const MenuModel&)> menuAnswer;            // null: every menu is dismissed
+    PixelPoint cursor;
+    bool mouseInputPending = false;
 
 private:
     WindowHandle next_ = 1;

@@ -1,0 +1,72 @@
+// `vexplot-viewer [FILES...]`: the control in a window of its own, showing
+// the data files given, dropped on it or chosen from its File menu.
+//
+// `vexplot-viewer --screenshot PATH [--size WxH] [FILES...]` saves a picture
+// of the window once the plot has drawn, and exits.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QRegularExpression>
+#include <QTimer>
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+#include "ScreenshotRun.h"
+#include "ViewerWindow.h"
+
+namespace {
+
+constexpr QSize kDefaultSize(1024, 768);
+
+// "WxH" with both parts positive; nothing otherwise.
+std::optional<QSize> ParseSize(const QString& text) {
+    static const QRegularExpression pattern("^(\\d{1,5})x(\\d{1,5})$");
+    const QRegularExpressionMatch match = pattern.match(text);
+    if (!match.hasMatch()) return std::nullopt;
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    if (size.width() <= 0 || size.height() <= 0) return std::nullopt;
+    return size;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName("vexplot-viewer");
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Shows data files (.3do, .csv, .npy) in the Vexplot control.");
+    parser.addHelpOption();
+    const QCommandLineOption screenshot("screenshot", "Save a picture of the window to PATH and exit.", "PATH");
+    const QCommandLineOption sizeOption("size", "Window size, e.g. 1100x800.", "WxH");
+    parser.addOption(screenshot);
+    parser.addOption(sizeOption);
+    parser.addPositionalArgument("files", "Data files to show.", "[FILES...]");
+    parser.process(app);
+
+    QSize size = kDefaultSize;
+    if (parser.isSet(sizeOption)) {
+        const std::optional<QSize> parsed = ParseSize(parser.value(sizeOption));
+        if (!parsed) {
+            std::fprintf(stderr, "vexplot-viewer: --size wants WxH, e.g. 1100x800\n");
+            return 2;
+        }
+        size = *parsed;
+    }
+    const QStringList files = parser.positionalArguments();
+
+    if (parser.isSet(screenshot)) {
+        const vexplot::ModalDismisser dismisser;
+        vexplot::ViewerWindow window(false);
+        return vexplot::RunScreenshot(window, dismisser, parser.value(screenshot), size, files);
+    }
+
+    vexplot::ViewerWindow window(true);
+    window.resize(size);
+    window.show();
+    // After the window is up, so that a failing file's message box has it
+    // as its parent on screen.
+    QTimer::singleShot(0, &window, [&window, files] { window.OpenFiles(files); });
+    return app.exec();
+}

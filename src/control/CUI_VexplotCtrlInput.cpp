@@ -1,0 +1,190 @@
+// The user's side of the control: turning, panning and zooming the 3-D view
+// with the mouse, the keys and their accelerators, the pop-up menu and the
+// commands it and the title bar send, and data files opened by the user.
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "com/ComError.h"
+#include "control/CUI_VexplotCtrl.h"
+#include "control/CommandIds.h"
+#include "control/CommandTable.h"
+#include "dataobject/GraphDataFactory.h"
+
+namespace vexplot {
+
+namespace {
+
+// A horizontal drag across one pixel turns the view by ten times the
+// rotation step in degrees: with the stored steps (0.01 to 0.05) a drag
+// across a typical view turns it by one or two half turns.
+constexpr double kDegreesPerStepPixel = 10.0;
+// A pan across one pixel moves the point looked at by the translation
+// step times the distance over this many pixels.
+constexpr double kPanPixels = 250.0;
+
+}  // namespace
+
+HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* error) {
+    if (!graphs_) {
+        if (error) *error = "the control has no graph engine";
+        return E_UNEXPECTED;
+    }
+    try {
+        ComPtr<IGraphData> data = LoadGraphData(path);
+        const HRESULT hr = SetData(data.Get());
+        if (FAILED(hr) && error) *error = path + " cannot be shown (" + HResultText(hr) + ")";
+        return hr;
+    } catch (const ComError& e) {
+        if (error) *error = e.Description().empty() ? std::string(e.what()) : e.Description();
+        return e.Code();
+    }
+}
+
+// -- mouse --
+
+void CUI_VexplotCtrl::OnMouse(WindowHandle window, const MouseEvent& event) {
+    if (window != Window(WindowRole::View3D) || !GetView3D()) return;
+    switch (event.kind) {
+        case MouseEvent::Kind::Press: BeginDrag(event); break;
+        case MouseEvent::Kind::Move:
+            if (drag_) ContinueDrag(event);
+            break;
+        case MouseEvent::Kind::Release:
+            if (drag_) EndDrag();
+            break;
+        case MouseEvent::Kind::Wheel: ZoomBy(std::pow(1.0 - settings_.camTranslation[2] / 3.0, event.wheelDelta / 120.0)); break;
+        case MouseEvent::Kind::DoubleClick:
+        case MouseEvent::Kind::Leave: break;
+    }
+}
+
+void CUI_VexplotCtrl::BeginDrag(const MouseEvent& event) {
+    const bool pan = event.button == MouseEvent::Button::Right ||
+                     (event.button == MouseEvent::Button::Left && (event.modifiers & kModShift));
+    if (event.button != MouseEvent::Button::Left && !pan) return;
+    drag_ = Drag{pan, event.point};
+    BeginViewMotion();
+}
+
+void CUI_VexplotCtrl::ContinueDrag(const MouseEvent& event) {
+    const double dx = event.point.x - drag_->last.x;
+    const double dy = event.point.y - drag_->last.y;
+    drag_->last = event.point;
+    if (dx == 0 && dy == 0) return;
+    if (drag_->pan)
+        PanBy(dx, dy);
+    else
+        TurnBy(-dx * kDegreesPerStepPixel * settings_.camRotation[1], dy * kDegreesPerStepPixel * settings_.camRotation[0]);
+}
+
+void CUI_VexplotCtrl::EndDrag() {
+    drag_.reset();
+    // At rest the view draws the full grid again.
+    EndViewMotion();
+}
+
+// -- camera moves shared by the mouse and the navigator --
+
+void CUI_VexplotCtrl::TurnBy(double azimuthDegrees, double elevationDegrees) {
+    IGraphView3D* view = GetView3D();
+    float azimuth = 0.0f;
+    float elevation = 0.0f;
+    if (!view || FAILED(view->GetAzimuth(&azimuth)) || FAILED(view->GetElevation(&elevation))) return;
+    view->SetAzimuth(static_cast<float>(std::remainder(azimuth + azimuthDegrees, 360.0)));
+    view->SetElevation(static_cast<float>(std::clamp(elevation + elevationDegrees, -90.0, 90.0)));
+    Redraw(false);
+}
+
+void CUI_VexplotCtrl::PanBy(double dx, double dy) {
+    IGraphView3D* view = GetView3D();
+    CameraVector center{};
+    float azimuth = 0.0f;
+    float distance = 0.0f;
+    if (!view || FAILED(view->GetCameraCenter(&center)) || FAILED(view->GetAzimuth(&azimuth)) ||
+        FAILED(view->GetDistance(&distance)))
+        return;
+    // Screen right and screen up, laid on the ground plane: azimuth 0
+    // looks along +y with +x to the right, and azimuth turns counter-clockwise.
+    const double a = azimuth * std::numbers::pi / 180.0;
+    const double perPixel = distance / kPanPixels;
+    const double right = -dx * perPixel * settings_.camTranslation[0] / 0.3;
+    const double ahead = dy * perPixel * settings_.camTranslation[1] / 0.3;
+    center.x += right * std::cos(a) - ahead * std::sin(a);
+    center.y += right * std::sin(a) + ahead * std::cos(a);
+    view->SetCameraCenter(center);
+    Redraw(false);
+}
+
+void CUI_VexplotCtrl::ZoomBy(double factor) {
+    IGraphView3D* view = GetView3D();
+    float distance = 0.0f;
+    if (!view || factor <= 0.0 || FAILED(view->GetDistance(&distance))) return;
+    view->SetDistance(static_cast<float>(distance * factor));
+    Redraw(false);
+}
+
+// -- keys, menu, commands --
+
+void CUI_VexplotCtrl::OnKey(WindowHandle, const KeyEvent& event) {
+    if (event.key == vk::kApps && event.modifiers == 0) {
+        OnCommand(cmd::kOpenMenu);
+        return;
+    }
+    if (const int32_t command = CommandTable::FindAccelerator(event)) OnCommand(command);
+}
+
+MenuModel CUI_VexplotCtrl::PopupMenu() {
+    return CommandTable::PopupMenu([this](int32_t command) { return CommandState(command); });
+}
+
+void CUI_VexplotCtrl::ShowContextMenu(int32_t x, int32_t y) {
+    if (!site_) return;
+    const WindowHandle view = currentView_ ? currentView_ : Window(WindowRole::Control);
+    if (const int32_t command = site_->TrackPopupMenu(view, PopupMenu(), PixelPoint{x, y})) OnCommand(command);
+}
+
+CommandTable::EntryState CUI_VexplotCtrl::CommandState(int32_t command) {
+    const WindowVisibility v = ReadVisibility();
+    switch (command) {
+        case cmd::k2DMode: return {true, viewMode_ == 0};
+        case cmd::k3DMode: return {GetView3D() != nullptr, viewMode_ == 1};
+        case cmd::kGraphTitle: return {true, v.title};
+        case cmd::kInfoWindow: return {HasWindow(WindowRole::InfoWindow) || HasWindow(WindowRole::InfoPopup), v.info};
+        case cmd::kLegendWindow: return {HasWindow(WindowRole::LegendWindow), v.legend};
+        case cmd::kNavigatorWindow: return {GetView3D() != nullptr, v.navigator};
+        case cmd::kStatusBar: return {true, v.status};
+        default: return {false, false};  // the commands of the tools, files, export and dialogs come later
+    }
+}
+
+bool CUI_VexplotCtrl::OnCommandHandled(int32_t command) {
+    if (!CommandState(command).enabled) return false;
+    auto toggle = [this](bool WindowVisibility::*flag) {
+        WindowVisibility v = ReadVisibility();
+        v.*flag = !(v.*flag);
+        *visibility_ = v;
+        ApplyVisibility(&v);
+        RecalcLayout();
+    };
+    switch (command) {
+        case cmd::k2DMode: SetViewMode(0); return true;
+        case cmd::k3DMode: SetViewMode(1); return true;
+        case cmd::kGraphTitle: toggle(&WindowVisibility::title); return true;
+        case cmd::kInfoWindow: toggle(&WindowVisibility::info); return true;
+        case cmd::kLegendWindow: toggle(&WindowVisibility::legend); return true;
+        case cmd::kNavigatorWindow: toggle(&WindowVisibility::navigator); return true;
+        case cmd::kStatusBar: toggle(&WindowVisibility::status); return true;
+        default: return false;
+    }
+}
+
+void CUI_VexplotCtrl::OnCommand(int32_t command) {
+    if (command == cmd::kOpenMenu) {
+        ShowContextMenu(0, 0);
+        return;
+    }
+    OnCommandHandled(command);
+}
+
+}  // namespace vexplot

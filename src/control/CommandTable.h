@@ -1,0 +1,59 @@
+#pragma once
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "control/MenuModel.h"
+#include "control/WindowInput.h"
+
+namespace vexplot {
+
+// The control's commands as the user meets them: the pop-up menu, the
+// command strings (status-bar prompt and tool tip) and the accelerator
+// keys. Pure tables, no window system: the control builds its menu here and
+// hands it to the site, and a site that matches keys itself asks
+// FindAccelerator.
+class CommandTable {
+public:
+    // How one command's menu entry looks right now.
+    struct EntryState {
+        bool enabled = true;
+        bool checked = false;
+    };
+
+    // One accelerator: a virtual key (vk:: codes, or the upper-case ASCII
+    // code of a letter or digit) with exactly these kMod... bits.
+    struct Accelerator {
+        int32_t key;
+        uint32_t modifiers;
+        int32_t command;
+    };
+
+    // menu:
+    // The control's pop-up menu, top level in order, with its five
+    // sub-menus. `state` is asked once per command entry (an empty function
+    // leaves every entry enabled and unchecked). Each entry's prompt is its
+    // command's Prompt.
+    static MenuModel PopupMenu(const std::function<EntryState(int32_t command)>& state);
+
+    // command strings:
+    // The whole string of `command` ("prompt\ntool tip"); empty for a
+    // command without one.
+    static std::string_view CommandString(int32_t command);
+    // The status-bar prompt: the string up to its first "\n", or all of it
+    // when it has none.
+    static std::string Prompt(int32_t command);
+    // The tool tip: the string after the first "\n" up to the next one;
+    // empty when the string has no second line.
+    static std::string ToolTip(int32_t command);
+
+    // accelerators:
+    static std::span<const Accelerator> Accelerators();
+    // The command of the accelerator matching `key` (key and modifiers
+    // exactly, so Ctrl+Alt+O is not Ctrl+O); 0 when none matches.
+    static int32_t FindAccelerator(const KeyEvent& key);
+};
+
+}  // namespace vexplot

@@ -1,0 +1,168 @@
+#include "qt/LegendWindowWidget.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QPointer>
+#include <QVBoxLayout>
+
+#include "model/RgbaRaster.h"
+#include "ui/CUIW_LegendWindow.h"
+#include "ui/LegendPreview.h"
+
+namespace vexplot {
+
+LegendWindowWidget::LegendWindowWidget(QWidget* parent) : QWidget(parent) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(1, 1, 1, 1);
+    layout->setSpacing(0);
+
+    caption_ = new QLabel(QStringLiteral("Legend"), this);
+    caption_->setAutoFillBackground(true);
+    caption_->setBackgroundRole(QPalette::Highlight);
+    caption_->setForegroundRole(QPalette::HighlightedText);
+    caption_->setContentsMargins(4, 2, 4, 2);
+    caption_->setCursor(Qt::SizeAllCursor);
+    caption_->installEventFilter(this);
+    layout->addWidget(caption_);
+
+    list_ = new QListWidget(this);
+    list_->setIconSize(QSize(LegendPreview::kSize, LegendPreview::kSize));
+    list_->setSelectionMode(QAbstractItemView::SingleSelection);
+    list_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    list_->setContextMenuPolicy(Qt::CustomContextMenu);
+    list_->setUniformItemSizes(true);
+    list_->installEventFilter(this);
+    layout->addWidget(list_);
+
+    connect(list_, &QListWidget::itemChanged, this, &LegendWindowWidget::OnItemChanged);
+    connect(list_, &QListWidget::currentRowChanged, this, &LegendWindowWidget::OnCurrentRowChanged);
+    connect(list_, &QListWidget::itemDoubleClicked, this, &LegendWindowWidget::OnItemDoubleClicked);
+    connect(list_, &QListWidget::customContextMenuRequested, this, &LegendWindowWidget::OnContextMenu);
+    setAutoFillBackground(true);
+}
+
+LegendWindowWidget::~LegendWindowWidget() { Bind(nullptr); }
+
+void LegendWindowWidget::Bind(CUIW_LegendWindow* logic) {
+    if (logic_ != nullptr) logic_->SetChangedHook({});
+    logic_ = logic;
+    if (logic_ == nullptr) {
+        syncing_ = true;
+        list_->clear();
+        syncing_ = false;
+        return;
+    }
+    // The hook may outlive this widget when the logic is kept for another
+    // window; the guard makes a late call harmless.
+    QPointer<LegendWindowWidget> self(this);
+    logic_->SetChangedHook([self] {
+        if (self) self->Sync();
+    });
+    Sync();
+}
+
+QImage LegendWindowWidget::ToImage(const RgbaRaster& raster) {
+    QImage image(static_cast<int>(raster.Width()), static_cast<int>(raster.Height()), QImage::Format_ARGB32);
+    for (uint32_t y = 0; y < raster.Height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(static_cast<int>(y)));
+        const auto row = raster.Row(y);
+        for (uint32_t x = 0; x < raster.Width(); ++x) {
+            const uint32_t c = row[x];  // 0x00BBGGRR
+            line[x] = c == LegendPreview::kMaskColor ? qRgba(0, 0, 0, 0)
+                                                     : qRgb(static_cast<int>(c & 0xFF), static_cast<int>((c >> 8) & 0xFF),
+                                                            static_cast<int>((c >> 16) & 0xFF));
+        }
+    }
+    return image;
+}
+
+// Sets the rows from the logic. Items are reused where they exist, so the
+// list keeps its scroll position while names or check marks change.
+void LegendWindowWidget::Sync() {
+    if (logic_ == nullptr) return;
+    syncing_ = true;
+    const auto& rows = logic_->Rows();
+    const auto& images = logic_->Images();
+    while (list_->count() > static_cast<int>(rows.size())) delete list_->takeItem(list_->count() - 1);
+    while (list_->count() < static_cast<int>(rows.size())) {
+        auto* item = new QListWidgetItem(list_);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+    }
+    for (size_t i = 0; i < rows.size(); ++i) {
+        QListWidgetItem* item = list_->item(static_cast<int>(i));
+        const CUIW_LegendWindow::Row& row = rows[i];
+        item->setText(QString::fromStdString(row.name));
+        item->setCheckState(row.checked ? Qt::Checked : Qt::Unchecked);
+        const auto image = static_cast<size_t>(row.image);
+        if (row.image >= 0 && image < images.size()) item->setIcon(QIcon(QPixmap::fromImage(ToImage(images[image]))));
+    }
+    const int selection = logic_->Selection();
+    if (selection >= 0 && selection < list_->count()) {
+        list_->setCurrentRow(selection);
+    } else {
+        list_->clearSelection();
+        list_->setCurrentRow(-1);
+    }
+    syncing_ = false;
+}
+
+void LegendWindowWidget::OnItemChanged(QListWidgetItem* item) {
+    if (syncing_ || logic_ == nullptr) return;
+    logic_->OnRowChecked(list_->row(item), item->checkState() == Qt::Checked);
+}
+
+void LegendWindowWidget::OnCurrentRowChanged(int row) {
+    if (syncing_ || logic_ == nullptr) return;
+    logic_->OnRowSelected(row);
+}
+
+void LegendWindowWidget::OnItemDoubleClicked(QListWidgetItem* item) {
+    if (logic_ != nullptr) logic_->OnRowDoubleClicked(list_->row(item));
+}
+
+void LegendWindowWidget::OnContextMenu(const QPoint& pos) {
+    if (logic_ == nullptr) return;
+    const int row = list_->indexAt(pos).row();
+    const QPoint at = list_->viewport()->mapTo(this, pos);
+    logic_->OnRowContextMenu(row, PixelPoint{at.x(), at.y()});
+}
+
+bool LegendWindowWidget::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == caption_) return DragCaption(event);
+    if (watched == list_ && event->type() == QEvent::KeyPress && logic_ != nullptr &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
+        logic_->OnKey(logic_->Window(), KeyEvent{vk::kDelete, 0});
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+// Dragging the caption moves the window; the logic places it through the
+// site and remembers the place.
+bool LegendWindowWidget::DragCaption(QEvent* event) {
+    auto* mouse = static_cast<QMouseEvent*>(event);
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+            if (mouse->button() != Qt::LeftButton) return false;
+            dragging_ = true;
+            dragStart_ = mouse->globalPosition().toPoint();
+            dragOrigin_ = pos();
+            return true;
+        case QEvent::MouseMove: {
+            if (!dragging_ || logic_ == nullptr) return false;
+            const QPoint topLeft = dragOrigin_ + (mouse->globalPosition().toPoint() - dragStart_);
+            logic_->OnMovedByUser(PixelRect{topLeft.x(), topLeft.y(), topLeft.x() + width(), topLeft.y() + height()});
+            return true;
+        }
+        case QEvent::MouseButtonRelease:
+            dragging_ = false;
+            return false;
+        default: return false;
+    }
+}
+
+}  // namespace vexplot

@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <set>
+
+#include "com/ClassRegistry.h"
+#include "control/CUI_VexplotCtrl.h"
+#include "control/CommandIds.h"
+#include "engine/EngineClasses.h"
+#include "qt/VexplotWidget.h"
+#include "settings/CRegistryKey.h"
+
+namespace vexplot {
+namespace {
+
+// The widget as a host embeds it, with the engine plug-in of the build tree
+// registered in the tests' in-memory settings store.
+class VexplotWidgetTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        CRegistryKey key;
+        ASSERT_NE(key.OpenUnder(RootKey::CurrentUser, InprocServerKey(CLSID_OpenGLEngine)), 0);
+        key.WriteString("", VEXPLOT_OPENGL_PLUGIN_PATH);
+        ASSERT_NE(key.Open("Engine"), 0);
+        key.WriteString("OpenGL", CLSID_OpenGLEngine.ToString());
+    }
+
+    void SetUp() override {
+        widget = std::make_unique<VexplotWidget>();
+        widget->resize(640, 480);
+        widget->show();
+        QApplication::processEvents();
+        if (!widget->IsReady()) GTEST_SKIP() << "no OpenGL context on this machine";
+    }
+
+    QWidget* Window(WindowRole role) const { return widget->WindowWidget(static_cast<int>(role)); }
+
+    void Key(QWidget* target, int key, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(target, &press);
+    }
+
+    void Mouse(QWidget* target, QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::MouseButtons held) {
+        QMouseEvent event(type, QPointF(at), target->mapToGlobal(QPointF(at)), button, held, Qt::NoModifier);
+        QApplication::sendEvent(target, &event);
+    }
+
+    std::unique_ptr<VexplotWidget> widget;
+};
+
+TEST_F(VexplotWidgetTest, ShowsTheWholeWindowSet) {
+    for (WindowRole role : {WindowRole::Title, WindowRole::MenuButton, WindowRole::LegendButton, WindowRole::StatusBar,
+                            WindowRole::View3D, WindowRole::Navigator}) {
+        QWidget* w = Window(role);
+        ASSERT_NE(w, nullptr) << static_cast<int>(role);
+        EXPECT_TRUE(w->isVisible()) << static_cast<int>(role);
+    }
+    // The info window and the legend exist; whether they show is a setting.
+    EXPECT_NE(Window(WindowRole::InfoWindow), nullptr);
+    EXPECT_NE(Window(WindowRole::LegendWindow), nullptr);
+    EXPECT_FALSE(Window(WindowRole::View2D)->isVisible());
+    // The view lies between the title bar and the status bar.
+    EXPECT_GE(Window(WindowRole::View3D)->geometry().top(), Window(WindowRole::Title)->geometry().bottom());
+    EXPECT_LE(Window(WindowRole::View3D)->geometry().bottom(), Window(WindowRole::StatusBar)->geometry().top());
+}
+
+TEST_F(VexplotWidgetTest, AltTwoAndAltThreeSwitchTheViewMode) {
+    CUI_VexplotCtrl& control = widget->Control();
+    Key(Window(WindowRole::View3D), Qt::Key_2, Qt::AltModifier);
+    EXPECT_EQ(control.GetViewMode(), 0);
+    EXPECT_TRUE(Window(WindowRole::View2D)->isVisible());
+    EXPECT_FALSE(Window(WindowRole::View3D)->isVisible());
+    // The navigator belongs to the 3-D view.
+    EXPECT_FALSE(Window(WindowRole::Navigator)->isVisible());
+    Key(Window(WindowRole::View2D), Qt::Key_3, Qt::AltModifier);
+    EXPECT_EQ(control.GetViewMode(), 1);
+    EXPECT_TRUE(Window(WindowRole::View3D)->isVisible());
+    // Without Alt the digit is no accelerator.
+    Key(Window(WindowRole::View3D), Qt::Key_2, Qt::NoModifier);
+    EXPECT_EQ(control.GetViewMode(), 1);
+}
+
+TEST_F(VexplotWidgetTest, MenuOffersTheWindowCommandsAndShowsLaterOnesDisabled) {
+    CUI_VexplotCtrl& control = widget->Control();
+    std::set<int32_t> enabled;
+    std::set<int32_t> all;
+    std::function<void(const MenuModel&)> walk = [&](const MenuModel& menu) {
+        for (const MenuItem& item : menu) {
+            if (!item.submenu.empty()) walk(item.submenu);
+            if (item.separator || !item.submenu.empty()) continue;
+            all.insert(item.command);
+            if (item.enabled) enabled.insert(item.command);
+        }
+    };
+    walk(control.PopupMenu());
+    EXPECT_EQ(all.size(), 34u);
+    EXPECT_EQ(enabled, (std::set<int32_t>{cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow,
+                                          cmd::kLegendWindow, cmd::kNavigatorWindow, cmd::kStatusBar}));
+}
+
+TEST_F(VexplotWidgetTest, WindowCommandsToggleTheirWindows) {
+    CUI_VexplotCtrl& control = widget->Control();
+    control.OnCommand(cmd::kStatusBar);
+    EXPECT_FALSE(Window(WindowRole::StatusBar)->isVisible());
+    EXPECT_FALSE(control.CommandState(cmd::kStatusBar).checked);
+    control.OnCommand(cmd::kGraphTitle);
+    EXPECT_FALSE(Window(WindowRole::Title)->isVisible());
+    EXPECT_FALSE(Window(WindowRole::MenuButton)->isVisible());
+    EXPECT_FALSE(Window(WindowRole::LegendButton)->isVisible());
+    // The view takes the room the bars leave.
+    EXPECT_EQ(Window(WindowRole::View3D)->geometry(), QRect(0, 0, 640, 480));
+    control.OnCommand(cmd::kStatusBar);
+    control.OnCommand(cmd::kGraphTitle);
+    EXPECT_TRUE(Window(WindowRole::StatusBar)->isVisible());
+    EXPECT_TRUE(Window(WindowRole::LegendButton)->isVisible());
+}
+
+TEST_F(VexplotWidgetTest, DraggingTurnsTheSurfaceAndTheViewShowsIt) {
+    QString error;
+    ASSERT_TRUE(widget->LoadDataFile(VEXPLOT_EXAMPLES_DIR "/peaks.3do", &error)) << error.toStdString();
+    CUI_VexplotCtrl& control = widget->Control();
+    const float azimuth = control.GetCamAzim();
+    const float elevation = control.GetCamElev();
+    QWidget* view = Window(WindowRole::View3D);
+    Mouse(view, QEvent::MouseButtonPress, {200, 200}, Qt::LeftButton, Qt::LeftButton);
+    Mouse(view, QEvent::MouseMove, {240, 190}, Qt::NoButton, Qt::LeftButton);
+    Mouse(view, QEvent::MouseMove, {260, 180}, Qt::NoButton, Qt::LeftButton);
+    Mouse(view, QEvent::MouseButtonRelease, {260, 180}, Qt::LeftButton, Qt::NoButton);
+    EXPECT_NE(control.GetCamAzim(), azimuth);
+    EXPECT_NE(control.GetCamElev(), elevation);
+
+    // The picture at rest has the palette's many colours, not one background.
+    const QImage picture = view->grab().toImage();
+    std::set<QRgb> colours;
+    for (int y = picture.height() / 4; y < picture.height() * 3 / 4; y += 4)
+        for (int x = picture.width() / 4; x < picture.width() * 3 / 4; x += 4) colours.insert(picture.pixel(x, y));
+    EXPECT_GT(colours.size(), 50u);
+}
+
+TEST_F(VexplotWidgetTest, AFileThatIsNotAGridIsRefusedWithAMessage) {
+    QString error;
+    EXPECT_FALSE(widget->LoadDataFile(VEXPLOT_EXAMPLES_DIR "/README.md", &error));
+    EXPECT_FALSE(error.isEmpty());
+}
+
+}  // namespace
+}  // namespace vexplot

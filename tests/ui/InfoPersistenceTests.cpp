@@ -1,0 +1,215 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "control/RecordingSite.h"
+#include "settings/CRegistryKey.h"
+#include "settings/SettingsStore.h"
+#include "support/ArchiveBytes.h"
+#include "ui/CUIW_InfoWnd.h"
+#include "ui/LogFontRecord.h"
+
+namespace vexplot {
+namespace {
+
+using test::Bytes;
+
+class InfoPersistenceTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_NE(key.Open(""), 0);
+        ASSERT_TRUE(wnd.Create(site, 0, true, {}));
+    }
+    PixelRect Rect() const { return site.GetWindowRect(wnd.Window()); }
+
+    std::shared_ptr<SettingsStore> store = SettingsStore::OpenUnshared(":memory:");
+    CRegistryKey key{nullptr, store};
+    test::RecordingSite site{std::make_shared<test::CallLog>()};
+    CUIW_InfoWnd wnd;
+};
+
+TEST_F(InfoPersistenceTest, EmptyStoreGivesTheDefaults) {
+    wnd.SetTextColor(0x123456);
+    wnd.LoadSettings(key);
+    EXPECT_EQ(wnd.VisibilityMask(), 0) << "a missing kind value clears its bit";
+    EXPECT_EQ(wnd.TextColor(), CUIW_InfoWnd::kDefaultTextColor);
+    EXPECT_EQ(wnd.BackColor(), CUIW_InfoWnd::kDefaultBackColor);
+    EXPECT_FALSE(wnd.Transparent());
+    EXPECT_TRUE(wnd.Visible());
+    EXPECT_EQ(wnd.Font().face, "Arial");
+    EXPECT_EQ(Rect().bottom, 500) << "placement left as created";
+}
+
+TEST_F(InfoPersistenceTest, KindBitsNeedExactlyOne) {
+    const struct {
+        const char* name;
+        int32_t bit;
+    } kinds[] = {{"CurrPosVisible", 1}, {"MarkerVisible", 2},  {"TracerVisible", 4},
+                 {"DiffTracerVisible", 8}, {"RegionVisible", 16}, {"ZoomVisible", 32}};
+    for (const auto& kind : kinds) {
+        for (const int32_t value : {1, 2, 0, -5}) {
+            key.WriteInt(kind.name, value);
+            wnd.LoadSettings(key);
+            EXPECT_EQ(wnd.VisibilityMask(), value == 1 ? kind.bit : 0) << kind.name << " = " << value;
+        }
+        key.DeleteValue(kind.name);
+    }
+}
+
+TEST_F(InfoPersistenceTest, StoredValuesApply) {
+    key.WriteInt("TextColor", 0x0000FF);
+    key.WriteInt("InfoBackgroundColor", 0x202020);
+    key.WriteInt("Transparent", 1);
+    key.WriteInt("Visible", 0);
+    key.WriteInt("InfoTop", 10);
+    key.WriteInt("InfoLeft", 20);
+    key.WriteInt("InfoBottom", 110);
+    key.WriteInt("InfoRight", 220);
+    wnd.LoadSettings(key);
+    EXPECT_EQ(wnd.TextColor(), 0x0000FFu);
+    EXPECT_EQ(wnd.BackColor(), 0x202020u);
+    EXPECT_TRUE(wnd.Transparent());
+    EXPECT_FALSE(wnd.Visible());
+    EXPECT_FALSE(site.IsWindowVisible(wnd.Window()));
+    EXPECT_EQ(Rect().left, 20);
+    EXPECT_EQ(Rect().bottom, 110);
+    EXPECT_EQ(Rect().right, 220);
+
+    // Every edge is needed: with one missing the window stays where it is.
+    site.MoveWindow(wnd.Window(), {0, 0, 100, 500});
+    key.DeleteValue("InfoRight");
+    wnd.LoadSettings(key);
+    EXPECT_EQ(Rect().right, 100);
+    EXPECT_EQ(Rect().top, 0);
+}
+
+TEST_F(InfoPersistenceTest, StoredFontReplacesTheCurrentOneOnlyWhenItCanBeMade) {
+    LogicalFont courier;
+    courier.face = "Courier New";
+    courier.height = -15;
+    courier.weight = 700;
+    const auto record = LogFontRecord::Encode(courier);
+    key.WriteBinary("Font", record.data(), record.size());
+    wnd.LoadSettings(key);
+    EXPECT_EQ(wnd.Font(), courier);
+    EXPECT_EQ(wnd.Content().lineHeight, 15 + 1) << "the layout follows the new font";
+
+    LogFontRecord::Bytes faceless = record;
+    std::fill(faceless.begin() + 28, faceless.end(), uint8_t{0});
+    key.WriteBinary("Font", faceless.data(), faceless.size());
+    wnd.LoadSettings(key);
+    EXPECT_EQ(wnd.Font(), courier);
+
+    key.WriteBinary("Font", record.data(), 30);  // not a font record
+    wnd.LoadSettings(key);
+    EXPECT_EQ(wnd.Font(), courier);
+}
+
+TEST_F(InfoPersistenceTest, PlacementIsWrittenWhenTheFloatingRectangleChanged) {
+    wnd.SavePlacement(key);
+    EXPECT_EQ(key.ReadInt("InfoBottom"), 500);
+
+    site.MoveWindow(wnd.Window(), {5, 6, 105, 306});
+    wnd.OnSize(wnd.Window(), 100, 300);
+    wnd.SavePlacement(key);
+    EXPECT_EQ(key.ReadInt("InfoLeft"), 5);
+    EXPECT_EQ(key.ReadInt("InfoTop"), 6);
+    EXPECT_EQ(key.ReadInt("InfoRight"), 105);
+    EXPECT_EQ(key.ReadInt("InfoBottom"), 306);
+
+    // Docked, the owner places the window: its rectangle is no placement.
+    wnd.SetDocked(true);
+    site.MoveWindow(wnd.Window(), {0, 0, 60, 60});
+    wnd.OnSize(wnd.Window(), 60, 60);
+    wnd.SavePlacement(key);
+    EXPECT_EQ(key.ReadInt("InfoRight"), 105);
+    wnd.SetDocked(false);
+    EXPECT_EQ(Rect().right, 105) << "undocking returns to the floating rectangle";
+}
+
+// The block as the saved state holds it, built by hand.
+Bytes Block(bool docked, bool visible, uint32_t mask, bool transparent, const PixelRect& r, const LogicalFont& f) {
+    Bytes b;
+    test::AppendShortString(b, "InfoWnd");
+    test::AppendInt32(b, docked);
+    test::AppendInt32(b, visible);
+    test::AppendInt32(b, 0x00FF00);  // text colour
+    test::AppendInt32(b, 0x101010);  // background colour
+    test::AppendInt32(b, static_cast<int32_t>(mask));
+    test::AppendInt32(b, transparent);
+    test::AppendInt32(b, 1);  // dockable
+    test::AppendInt32(b, visible);
+    for (const int32_t v : {r.top, r.left, r.bottom, r.right}) test::AppendInt32(b, v);
+    test::AppendShortString(b, f.face);
+    b.push_back(f.pitchAndFamily);
+    for (const int32_t v : {f.height, f.width, f.escapement}) test::AppendInt32(b, v);
+    test::Append(b, {f.underline, f.italic, f.charset});
+    test::AppendInt32(b, f.weight);
+    return b;
+}
+
+TEST_F(InfoPersistenceTest, SavedStateFieldOrderAndRoundTripLosingStrikeOut) {
+    LogicalFont font;
+    font.face = "Times New Roman";
+    font.height = -14;
+    font.width = 6;
+    font.escapement = 450;
+    font.weight = 700;
+    font.italic = true;
+    font.underline = true;
+    font.strikeOut = true;
+    font.charset = 0xEE;
+    font.pitchAndFamily = 0x12;
+    wnd.SetFont(font);
+    wnd.SetTextColor(0x00FF00);
+    wnd.SetBackColor(0x101010);
+    wnd.SetVisibilityMask(2 | 16);
+    wnd.SetTransparent(true);
+    site.MoveWindow(wnd.Window(), {7, 8, 207, 308});
+    wnd.OnSize(wnd.Window(), 200, 300);
+
+    const Bytes stored = test::Stored([&](CArchive& ar) { wnd.Serialize(ar); });
+    EXPECT_EQ(stored, Block(false, true, 18, true, {7, 8, 207, 308}, font));
+
+    test::RecordingSite other{std::make_shared<test::CallLog>()};
+    CUIW_InfoWnd loaded;
+    ASSERT_TRUE(loaded.Create(other, 0, true, {}));
+    test::Loaded(stored, [&](CArchive& ar) { loaded.Serialize(ar); });
+    LogicalFont expected = font;
+    expected.strikeOut = false;
+    EXPECT_EQ(loaded.Font(), expected);
+    EXPECT_EQ(loaded.TextColor(), 0x00FF00u);
+    EXPECT_EQ(loaded.BackColor(), 0x101010u);
+    EXPECT_EQ(loaded.VisibilityMask(), 18);
+    EXPECT_TRUE(loaded.Transparent());
+    const PixelRect r = other.GetWindowRect(loaded.Window());
+    EXPECT_EQ(r.left, 7);
+    EXPECT_EQ(r.bottom, 308);
+}
+
+TEST_F(InfoPersistenceTest, LoadingCutsTheFaceHidesAndLeavesAllOnTruncation) {
+    LogicalFont font;
+    font.face = std::string(40, 'F');
+    font.height = -12;
+    const Bytes block = Block(false, false, 1, false, {1, 2, 3, 4}, font);
+    test::Loaded(block, [&](CArchive& ar) { wnd.Serialize(ar); });
+    EXPECT_EQ(wnd.Font().face, std::string(32, 'F'));
+    EXPECT_FALSE(wnd.Visible());
+    EXPECT_FALSE(site.IsWindowVisible(wnd.Window()));
+    EXPECT_EQ(Rect().left, 1);
+    EXPECT_EQ(Rect().top, 2);
+    EXPECT_EQ(Rect().right, 3);
+    EXPECT_EQ(Rect().bottom, 4);
+
+    CUIW_InfoWnd untouched;
+    ASSERT_TRUE(untouched.Create(site, 0, true, {}));
+    const Bytes cut(block.begin(), block.end() - 2);
+    test::LoadError(cut, [&](CArchive& ar) { untouched.Serialize(ar); });
+    EXPECT_EQ(untouched.Font().face, "Arial");
+    EXPECT_EQ(untouched.VisibilityMask(), InfoEntryList::kAllKinds);
+    EXPECT_TRUE(untouched.Visible());
+}
+
+}  // namespace
+}  // namespace vexplot

@@ -1,0 +1,478 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "GraphFixture.h"
+#include "com/MemoryStream.h"
+#include "control/HeadlessSite.h"
+#include "control/RecordingSite.h"
+#include "model/CArchive.h"
+#include "model/CGD_Palette.h"
+#include "settings/CRegistryKey.h"
+#include "settings/SettingsStore.h"
+#include "support/Caught.h"
+#include "ui/CUIW_LegendWindow.h"
+#include "ui/LegendPreview.h"
+
+namespace vexplot {
+namespace {
+
+using namespace anim;
+using test::RecordingSite;
+
+// The control as the legend sees it, over the fixture's graph object list.
+class FakeOwner final : public ILegendOwner {
+public:
+    CGD_GraphObjectList* LegendGraphObjects() override { return list; }
+    void MakeGraphObjectActive(int32_t index) override {
+        calls.push_back("active " + std::to_string(index));
+        list->SetActiveIndex(index);
+    }
+    void RedrawPlot() override { ++redraws; }
+    int32_t LegendViewMode() override { return viewMode; }
+    void SetTitleText(const std::string& text) override { title = text; }
+    const CGD_Palette* PreviewPalette() override { return palette; }
+    bool CanEditData(const CGD_GraphObject*) override { return canEditData; }
+    bool CanEditProperties(const CGD_GraphObject*) override { return canEditProperties; }
+    void EditGraphData(CGD_GraphObject*) override { calls.push_back("edit data"); }
+    bool EditGraphProperties(CGD_GraphObject*) override {
+        calls.push_back("edit properties");
+        return confirmProperties;
+    }
+    void DeleteGraphObject(CGD_GraphObject* graph) override {
+        calls.push_back("delete");
+        list->Remove(graph);
+    }
+
+    CGD_GraphObjectList* list = nullptr;
+    const CGD_Palette* palette = nullptr;
+    int32_t viewMode = 1;
+    bool canEditData = false;
+    bool canEditProperties = false;
+    bool confirmProperties = true;
+    int redraws = 0;
+    std::string title;
+    std::vector<std::string> calls;
+};
+
+// A legend of 100 x 150 pixels in a control window of 400 x 300, on the
+// recording site, with settings in a store of its own.
+class LegendWindowTest : public test::GraphFixture {
+protected:
+    void SetUp() override {
+        GraphFixture::SetUp();
+        palette.SetStandard(3);
+        owner.list = &list;
+        owner.palette = &palette;
+        parent = site.CreateWindow(WindowRole::Control, 0, {0, 0, 400, 300}, nullptr);
+        ASSERT_TRUE(legend.Create(site, parent, {10, 10, 110, 160}, owner));
+        legend.SetAnimationMode(2);
+    }
+
+    CGD_GraphObject& AddGraph(int xCount, int yCount, const std::string& name = {}) {
+        ComPtr<IGraphData> data = MakeData(xCount, yCount);
+        if (!name.empty()) data->PutName(name);
+        CGD_GraphObject& graph = Show(data.Get());
+        legend.AddObject(&graph);
+        return graph;
+    }
+
+    WindowHandle Window() const { return legend.Window(); }
+    PixelRect Rect() const { return site.GetWindowRect(legend.Window()); }
+    bool TimerRunning() const { return site.timers.count({legend.Window(), 1u}) != 0; }
+    void ExpectRect(const PixelRect& expected) const {
+        const PixelRect r = Rect();
+        EXPECT_EQ(r.left, expected.left);
+        EXPECT_EQ(r.top, expected.top);
+        EXPECT_EQ(r.right, expected.right);
+        EXPECT_EQ(r.bottom, expected.bottom);
+    }
+    int32_t Stored(const char* name) const {
+        CRegistryKey key(nullptr, store);
+        key.Open("Legend");
+        return key.ReadInt(name);
+    }
+    void Store(const char* name, int32_t value) {
+        CRegistryKey key(nullptr, store);
+        key.Open("Legend");
+        key.WriteInt(name, value);
+    }
+    void Tick() { legend.OnTimer(Window(), CUIW_LegendWindow::kHideTimerId); }
+
+    CGD_Palette palette;
+    FakeOwner owner;
+    RecordingSite site{std::make_shared<test::CallLog>()};
+    std::shared_ptr<SettingsStore> store = SettingsStore::OpenUnshared(":memory:");
+    CUIW_LegendWindow legend{nullptr, store};
+    WindowHandle parent = 0;
+};
+
+TEST_F(LegendWindowTest, AutoHideCycleAnimatesAndHidesWhenTheCursorLeaves) {
+    EXPECT_EQ(site.GetWindowText(Window()), "Legend");
+    EXPECT_FALSE(site.IsWindowVisible(Window()));
+    legend.PopUpAt(50, 20);
+    EXPECT_TRUE(legend.Shown());
+    EXPECT_TRUE(site.IsWindowVisible(Window()));
+    ExpectRect({50, 20, 150, 170});
+    EXPECT_EQ(site.animations, (std::vector<uint32_t>{kSlide | kHorPositive | kActivate}));
+    EXPECT_EQ(site.timers[std::make_pair(Window(), 1u)], 1000u);
+
+    site.cursor = {99, 149};  // the last pixel inside
+    Tick();
+    EXPECT_TRUE(legend.Shown());
+    EXPECT_TRUE(TimerRunning());
+    EXPECT_EQ(site.animations.size(), 1u);
+
+    site.cursor = {100, 10};  // just right of the window
+    Tick();
+    EXPECT_FALSE(legend.Shown());
+    EXPECT_FALSE(site.IsWindowVisible(Window()));
+    EXPECT_FALSE(TimerRunning());
+    EXPECT_EQ(site.animations.back(), kSlide | kHorNegative | kHide);
+}
+
+TEST_F(LegendWindowTest, FastHideShowsAndHidesAtOnceInEveryMode) {
+    legend.SetFastHide(true);
+    site.cursor = {-5, -5};
+    for (int32_t mode = 0; mode < LegendAnimation::kModeCount; ++mode) {
+        SCOPED_TRACE(mode);
+        legend.SetAnimationMode(mode);
+        legend.PopUpAt(30, 30);
+        EXPECT_TRUE(site.IsWindowVisible(Window()));
+        EXPECT_TRUE(TimerRunning());
+        Tick();
+        EXPECT_FALSE(site.IsWindowVisible(Window()));
+    }
+    EXPECT_TRUE(site.animations.empty());
+}
+
+TEST_F(LegendWindowTest, RandomizedModeDrawsAgainForTheHide) {
+    std::vector<uint32_t> numbers{16 + 8, 1};
+    size_t next = 0;
+    legend.Animation().SetRandomSource([&] { return numbers.at(next++); });
+    legend.SetAnimationMode(7);
+    legend.PopUpAt(0, 0);
+    site.cursor = {500, 500};
+    Tick();
+    EXPECT_EQ(site.animations, (std::vector<uint32_t>{kSlide | kVerPositive | kActivate, kHorNegative | kHide}));
+}
+
+// The window opens to the left of the point when it would pass the right
+// edge of the control's client area (400 pixels wide; the legend is 100).
+TEST_F(LegendWindowTest, PopUpNearTheRightEdgeOpensToTheLeft) {
+    struct Case {
+        int32_t x;
+        int32_t left;
+    };
+    for (const Case c : {Case{350, 250}, Case{300, 300}, Case{301, 201}, Case{0, 0}}) {
+        SCOPED_TRACE(c.x);
+        legend.PopUpAt(c.x, 40);
+        ExpectRect({c.left, 40, c.left + 100, 190});
+    }
+    // Only the first pop-up animated; the window was shown for the others.
+    EXPECT_EQ(site.animations.size(), 1u);
+}
+
+TEST_F(LegendWindowTest, SwitchingAutoHideOffPinsTheWindowAtItsRememberedPlace) {
+    legend.PopUpAt(200, 20);
+    ASSERT_TRUE(TimerRunning());
+    // A place remembered from an earlier pinned run.
+    Store("Left", 70);
+    Store("Top", 40);
+    Store("Width", 90);
+    Store("Height", 60);
+
+    legend.SetAutoHide(false, true);
+    EXPECT_FALSE(TimerRunning());
+    EXPECT_TRUE(site.IsWindowVisible(Window()));
+    ExpectRect({70, 40, 160, 100});
+
+    // Pinned, the pop-up point is ignored: the window goes to its place.
+    legend.PopUpAt(300, 200);
+    ExpectRect({70, 40, 160, 100});
+    EXPECT_FALSE(TimerRunning());
+
+    legend.SetAutoHide(true, true);
+    EXPECT_FALSE(legend.Shown());
+    EXPECT_FALSE(site.IsWindowVisible(Window()));
+    EXPECT_EQ(site.animations.size(), 1u);  // the first pop-up only
+
+    // No change, no effect.
+    site.windows[Window()].visible = true;
+    legend.SetAutoHide(true, true);
+    EXPECT_TRUE(site.IsWindowVisible(Window()));
+}
+
+TEST_F(LegendWindowTest, PlaceIsStoredOnlyWhileAutoHideIsOff) {
+    legend.PopUpAt(200, 20);
+    EXPECT_EQ(Stored("Width"), 100);
+    EXPECT_EQ(Stored("Height"), 150);
+    EXPECT_EQ(Stored("Left"), -1);
+    EXPECT_EQ(Stored("Top"), -1);
+    EXPECT_EQ(Stored("Visible"), -1);
+
+    legend.SetAutoHide(false, true);  // shown where it is: nothing remembered yet
+    EXPECT_EQ(Stored("Left"), 200);
+    EXPECT_EQ(Stored("Top"), 20);
+    EXPECT_EQ(Stored("Visible"), 1);
+
+    legend.OnMovedByUser({5, 6, 85, 66});
+    EXPECT_EQ(Stored("Left"), 5);
+    EXPECT_EQ(Stored("Top"), 6);
+    EXPECT_EQ(Stored("Width"), 80);
+    EXPECT_EQ(Stored("Height"), 60);
+
+    legend.ToggleShown();
+    EXPECT_EQ(Stored("Visible"), 0);
+    EXPECT_FALSE(site.IsWindowVisible(Window()));
+}
+
+TEST_F(LegendWindowTest, RowMenuPausesTheHideTimerWhileOpen) {
+    AddGraph(4, 4);
+    legend.PopUpAt(10, 10);
+    bool timerDuringMenu = true;
+    site.menuAnswer = [&](const MenuModel&) {
+        timerDuringMenu = TimerRunning();
+        return 0;
+    };
+    legend.OnRowContextMenu(0, {5, 5});
+    EXPECT_FALSE(timerDuringMenu);
+    EXPECT_TRUE(TimerRunning());
+
+    // Pinned, the menu leaves no timer behind.
+    legend.SetAutoHide(false, false);
+    legend.OnRowContextMenu(0, {5, 5});
+    EXPECT_FALSE(TimerRunning());
+    EXPECT_EQ(site.menus.size(), 2u);
+}
+
+TEST_F(LegendWindowTest, RowMenuListsTheFiveCommandsWithTheirPrompts) {
+    AddGraph(4, 4);
+    legend.OnRowContextMenu(0, {5, 5});
+    ASSERT_EQ(site.menus.size(), 1u);
+    const MenuModel& menu = site.menus[0];
+    ASSERT_EQ(menu.size(), 6u);
+    const char* texts[] = {"&Activate", "&Visible", "&Data", "&Properties", "", "De&lete"};
+    const char* prompts[] = {"Make selected object active", "Make selected object visible",
+                             "Edit data for selected object", "Edit selected object's properties", "",
+                             "Delete selected object from list"};
+    for (size_t i = 0; i < menu.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(menu[i].separator, i == 4);
+        EXPECT_EQ(menu[i].text, texts[i]);
+        EXPECT_EQ(menu[i].prompt, prompts[i]);
+    }
+    // Without a data editor and property dialog their entries are disabled.
+    EXPECT_FALSE(menu[2].enabled);
+    EXPECT_FALSE(menu[3].enabled);
+    EXPECT_TRUE(menu[0].enabled && menu[1].enabled && menu[5].enabled);
+
+    owner.canEditData = true;
+    owner.canEditProperties = true;
+    const MenuModel available = legend.RowMenu(0);
+    EXPECT_TRUE(available[2].enabled);
+    EXPECT_TRUE(available[3].enabled);
+}
+
+TEST_F(LegendWindowTest, RowMenuCommandsReachTheRowsObject) {
+    CGD_GraphObject& first = AddGraph(4, 4, "first");
+    AddGraph(5, 5, "second");
+    owner.canEditData = true;
+    owner.canEditProperties = true;
+    owner.calls.clear();
+
+    site.menuAnswer = [](const MenuModel&) { return CUIW_LegendWindow::kCmdVisible; };
+    legend.OnRowContextMenu(0, {1, 1});  // also selects and activates row 0
+    EXPECT_FALSE(first.Flags().visible);
+    EXPECT_FALSE(legend.Rows()[0].checked);
+    EXPECT_EQ(owner.calls, (std::vector<std::string>{"active 0"}));
+
+    site.menuAnswer = [](const MenuModel&) { return CUIW_LegendWindow::kCmdData; };
+    legend.OnRowContextMenu(0, {1, 1});
+    site.menuAnswer = [](const MenuModel&) { return CUIW_LegendWindow::kCmdProperties; };
+    owner.title.clear();
+    legend.OnRowContextMenu(0, {1, 1});
+    EXPECT_EQ(owner.calls, (std::vector<std::string>{"active 0", "edit data", "edit properties"}));
+    EXPECT_EQ(owner.title, "first - 3Dview");  // the confirmed dialog refreshed the row
+
+    site.menuAnswer = [](const MenuModel&) { return CUIW_LegendWindow::kCmdDelete; };
+    legend.OnRowContextMenu(0, {1, 1});
+    ASSERT_EQ(legend.Rows().size(), 1u);
+    EXPECT_EQ(legend.Rows()[0].name, "second");
+    EXPECT_EQ(list.Count(), 1);
+}
+
+TEST_F(LegendWindowTest, CheckBoxFollowsIntoTheObjectsVisibility) {
+    CGD_GraphObject& graph = AddGraph(4, 4);
+    ASSERT_TRUE(legend.Rows()[0].checked);
+    const int redraws = owner.redraws;
+
+    legend.OnRowChecked(0, false);
+    EXPECT_FALSE(graph.Flags().visible);
+    EXPECT_EQ(owner.redraws, redraws + 1);
+    // The same state again (a widget echoing it) changes nothing.
+    legend.OnRowChecked(0, false);
+    EXPECT_EQ(owner.redraws, redraws + 1);
+
+    legend.ToggleVisible(0);
+    EXPECT_TRUE(graph.Flags().visible);
+    EXPECT_TRUE(legend.Rows()[0].checked);
+    EXPECT_EQ(owner.redraws, redraws + 2);
+    legend.OnRowChecked(7, false);  // no such row
+    EXPECT_EQ(owner.redraws, redraws + 2);
+}
+
+TEST_F(LegendWindowTest, TitleTextNamesTheObjectAndTheViewMode) {
+    EXPECT_EQ(CUIW_LegendWindow::TitleText("peaks", 1), "peaks - 3Dview");
+    EXPECT_EQ(CUIW_LegendWindow::TitleText("peaks", 0), "peaks - 2Dview");
+    EXPECT_EQ(CUIW_LegendWindow::TitleText("", 1), "TITLE");
+
+    owner.viewMode = 0;
+    AddGraph(4, 4, "peaks");
+    EXPECT_EQ(owner.title, "peaks - 2Dview");
+    AddGraph(4, 4);
+    EXPECT_EQ(owner.title, "TITLE");
+}
+
+TEST_F(LegendWindowTest, ActivationFollowsSelectionAndSkipsObjectsNoLongerListed) {
+    AddGraph(4, 4, "a");
+    AddGraph(4, 4, "b");
+    EXPECT_EQ(legend.Selection(), 1);
+    EXPECT_EQ(list.ActiveIndex(), 1);
+
+    legend.OnRowSelected(0);
+    EXPECT_EQ(list.ActiveIndex(), 0);
+    EXPECT_EQ(owner.title, "a - 3Dview");
+    legend.OnRowSelected(-1);  // no row: ignored
+    EXPECT_EQ(legend.Selection(), 0);
+
+    // Without a row: the selection mark, or row 0 when there is none.
+    list.SetActiveIndex(-1);
+    legend.Rebuild();
+    EXPECT_EQ(legend.Selection(), -1);
+    owner.calls.clear();
+    legend.Activate(-1);
+    EXPECT_EQ(owner.calls, (std::vector<std::string>{"active 0"}));
+
+    // The object of row 1 leaves the list behind the legend's back.
+    list.Remove(legend.Rows()[1].graph);
+    owner.calls.clear();
+    legend.Activate(1);
+    EXPECT_TRUE(owner.calls.empty());
+    EXPECT_EQ(owner.title, "a - 3Dview");
+}
+
+TEST_F(LegendWindowTest, DeleteKeyRemovesTheSelectedObject) {
+    AddGraph(4, 4, "a");
+    AddGraph(4, 4, "b");
+    legend.OnKey(Window(), KeyEvent{vk::kDelete, 0});
+    ASSERT_EQ(legend.Rows().size(), 1u);
+    EXPECT_EQ(legend.Rows()[0].name, "a");
+    EXPECT_EQ(list.Count(), 1);
+    // Nothing is selected now: a second Delete does nothing.
+    legend.OnKey(Window(), KeyEvent{vk::kDelete, 0});
+    EXPECT_EQ(list.Count(), 1);
+}
+
+TEST_F(LegendWindowTest, RowsShowThePreviewOrTheDefaultImage) {
+    CGD_GraphObject& graph = AddGraph(6, 3);
+    const int32_t image = legend.Rows()[0].image;
+    ASSERT_NE(image, CUIW_LegendWindow::kDefaultImage);
+    EXPECT_EQ(legend.Images()[static_cast<size_t>(image)], *LegendPreview::Of(graph, palette));
+
+    // Without a palette no preview can be made: the row keeps the default image.
+    owner.palette = nullptr;
+    AddGraph(6, 3);
+    EXPECT_EQ(legend.Rows()[1].image, CUIW_LegendWindow::kDefaultImage);
+    // A later update replaces the row's own image in place.
+    owner.palette = &palette;
+    palette.SetStandard(0);
+    EXPECT_EQ(legend.UpdateImage(0), image);
+    EXPECT_EQ(legend.Images()[static_cast<size_t>(image)], *LegendPreview::Of(graph, palette));
+}
+
+class LegendStateTest : public LegendWindowTest {
+protected:
+    std::vector<uint8_t> Save(CUIW_LegendWindow& from) {
+        auto stream = MakeComObject<MemoryStream>();
+        {
+            CArchive archive(stream.Get(), CArchive::Mode::Store);
+            from.Serialize(archive);
+            archive.Close();
+        }
+        return stream->Bytes();
+    }
+    void Load(CUIW_LegendWindow& into, std::vector<uint8_t> bytes) {
+        auto stream = MakeComObject<MemoryStream>(std::move(bytes));
+        CArchive archive(stream.Get(), CArchive::Mode::Load);
+        into.Serialize(archive);
+    }
+};
+
+TEST_F(LegendStateTest, RoundTripKeepsTheLoadingLegendsAnimationMode) {
+    legend.SetAnimationMode(3);
+    legend.SetFastHide(true);
+    legend.SetAutoHide(false, false);
+    legend.OnMovedByUser({20, 30, 140, 110});
+    legend.ToggleShown();
+    const std::vector<uint8_t> bytes = Save(legend);
+
+    CUIW_LegendWindow other(nullptr, store);
+    ASSERT_TRUE(other.Create(site, parent, {0, 0, 10, 10}, owner));
+    other.SetAnimationMode(5);
+    Load(other, bytes);
+    EXPECT_EQ(other.AnimationMode(), 5);
+    EXPECT_TRUE(other.FastHide());
+    EXPECT_FALSE(other.AutoHide());
+    EXPECT_TRUE(other.Shown());
+    EXPECT_TRUE(site.IsWindowVisible(other.Window()));
+    const PixelRect r = site.GetWindowRect(other.Window());
+    EXPECT_EQ(r.left, 20);
+    EXPECT_EQ(r.top, 30);
+    EXPECT_EQ(r.right, 140);
+    EXPECT_EQ(r.bottom, 110);
+    EXPECT_EQ(other.PopUpPoint(), (PixelPoint{20, 30}));
+}
+
+TEST_F(LegendStateTest, AnAutoHidingStateLeavesThePlacementAlone) {
+    legend.OnMovedByUser({20, 30, 140, 110});
+    ASSERT_TRUE(legend.AutoHide());
+    const std::vector<uint8_t> bytes = Save(legend);
+
+    CUIW_LegendWindow other(nullptr, store);
+    ASSERT_TRUE(other.Create(site, parent, {0, 0, 10, 10}, owner));
+    other.SetAutoHide(false, false);
+    Load(other, bytes);
+    EXPECT_TRUE(other.AutoHide());
+    EXPECT_EQ(other.PopUpPoint(), (PixelPoint{20, 30}));
+    EXPECT_EQ(site.GetWindowRect(other.Window()).right, 10);
+    EXPECT_FALSE(site.IsWindowVisible(other.Window()));
+    // The loaded size is the one the next pop-up uses.
+    other.PopUpAt(0, 0);
+    EXPECT_EQ(site.GetWindowRect(other.Window()).right, 120);
+}
+
+// The hide timer as the headless site runs it: one second after the mouse
+// has left, the legend goes.
+TEST(LegendWindowHeadlessTest, HidesOnTheFirstTickWithTheCursorOutside) {
+    HeadlessSite site;
+    FakeOwner owner;
+    CUIW_LegendWindow legend(nullptr, SettingsStore::OpenUnshared(":memory:"));
+    const WindowHandle control = site.CreateWindow(WindowRole::Control, 0, {0, 0, 400, 300}, nullptr);
+    ASSERT_TRUE(legend.Create(site, control, {0, 0, 100, 100}, owner));
+    legend.PopUpAt(200, 50);
+    site.SetCursorPosition({250, 100});  // inside, in the control's pixels
+    site.AdvanceTime(5000);
+    EXPECT_TRUE(site.IsWindowVisible(legend.Window()));
+    site.SetCursorPosition({199, 100});
+    site.AdvanceTime(999);
+    EXPECT_TRUE(site.IsWindowVisible(legend.Window()));
+    site.AdvanceTime(1);
+    EXPECT_FALSE(site.IsWindowVisible(legend.Window()));
+    EXPECT_FALSE(legend.Shown());
+}
+
+}  // namespace
+}  // namespace vexplot
