@@ -144,8 +144,11 @@ bool LegendWindowWidget::eventFilter(QObject* watched, QEvent* event) {
 // Dragging the caption moves the window; the logic places it through the
 // site and remembers the place.
 bool LegendWindowWidget::DragCaption(QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove && type != QEvent::MouseButtonRelease)
+        return false;
     auto* mouse = static_cast<QMouseEvent*>(event);
-    switch (event->type()) {
+    switch (type) {
         case QEvent::MouseButtonPress:
             if (mouse->button() != Qt::LeftButton) return false;
             dragging_ = true;
