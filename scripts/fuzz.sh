@@ -37,7 +37,7 @@ started=$SECONDS
 instrument="-O1 -gline-tables-only -fno-omit-frame-pointer -fsanitize=fuzzer-no-link,address,undefined"
 instrument+=" -fno-sanitize-recover=undefined"
 CC=clang CXX=clang++ cmake -S "$top" -B "$build" -DCMAKE_BUILD_TYPE=None -DVEXPLOT_WERROR=ON \
-  -DVEXPLOT_FUZZ=ON -DVEXPLOT_BUILD_TESTS=OFF -DVEXPLOT_BUILD_BENCH=OFF \
+  -DVEXPLOT_FUZZ=ON -DVEXPLOT_BUILD_TESTS=OFF -DVEXPLOT_BUILD_BENCH=OFF -DVEXPLOT_BUILD_PYTHON=OFF \
   -DCMAKE_C_FLAGS="$instrument" -DCMAKE_CXX_FLAGS="$instrument" >/dev/null
 cmake --build "$build" -j "$(nproc)" --target "${targets[@]}"
 echo "fuzz: built ${#targets[@]} targets in $((SECONDS - started)) s"

@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # The main job: set up, build the `vexplot` command, the OpenGL engine and
 # the viewer, register the engine in the user's settings, render every
-# sample grid in every style into renders/ (headless), and then, where a
+# sample grid in every style into renders/ (headless), draw a plot from a
+# Python script, and then, where a
 # display exists, open the viewer on the sample data.
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 "$top/scripts/setup-debian.sh"
 cmake -S "$top" -B "$top/build" -DCMAKE_BUILD_TYPE=Release
-cmake --build "$top/build" -j "$(nproc)" --target vexplot vexplot_opengl vexplot-viewer
+cmake --build "$top/build" -j "$(nproc)" --target vexplot vexplot_opengl vexplot-viewer vexplot_python
 cd "$top"
 vexplot=./build/apps/vexplot/vexplot
 viewer=./build/apps/vexplot-viewer/vexplot-viewer
@@ -22,6 +23,9 @@ for data in examples/*.3do examples/*.npy; do
     $vexplot render "$data" -o "$out/$name-$style.png" --style "$style" --title "$name ($style)"
   done
 done
+# A plot built by a Python script from NumPy, and saved as a plot file.
+PYTHONPATH=build/python /usr/bin/python3 examples/gaussian_surface.py "$out/python-gaussian.png"
+PYTHONPATH=build/python /usr/bin/python3 examples/ripple_plot_file.py "$out/python-ripple.vxg"
 echo "run: $(ls "$out"/*.png | wc -l) pictures in $out"
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then

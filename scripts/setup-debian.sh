@@ -15,6 +15,7 @@ packages=(
   libfreetype-dev libfontconfig-dev fonts-liberation
   libpng-dev zlib1g-dev
   qt6-base-dev qt6-qpa-plugins
+  pybind11-dev python3-dev python3-numpy
   xvfb xauth
 )
 

@@ -26,14 +26,22 @@ struct Options {
     std::optional<int> palette;
     std::optional<float> azimuth, elevation, distance;
     std::optional<std::string> xlabel, ylabel, zlabel, title;
+    std::optional<std::string> savePlot;
 };
+
+// A whole plot saved by SaveSerialize: it brings its data, settings,
+// windows, camera and size.
+bool IsPlotFile(const std::string& path) {
+    return path.size() > 4 && path.compare(path.size() - 4, 4, ".vxg") == 0;
+}
 
 int Usage() {
     std::fprintf(stderr,
                  "usage: vexplot render DATA -o OUT.png|OUT.bmp [--style surface|wireframe|bars|lines|points|image|"
                  "section]\n"
                  "           [--size WxH] [--palette 0-6] [--azimuth A] [--elevation E] [--distance D]\n"
-                 "           [--xlabel T] [--ylabel T] [--zlabel T] [--title T]\n");
+                 "           [--xlabel T] [--ylabel T] [--zlabel T] [--title T] [--save-plot FILE.vxg]\n"
+                 "       DATA may be a plot file (.vxg), which brings its own size and style\n");
     return 2;
 }
 
@@ -99,6 +107,9 @@ bool Parse(int argc, char** argv, Options& o) {
             if (!take()) return false;
             (arg == "--xlabel" ? o.xlabel : arg == "--ylabel" ? o.ylabel : arg == "--zlabel" ? o.zlabel : o.title) =
                 std::string(value);
+        } else if (arg == "--save-plot") {
+            if (!take()) return false;
+            o.savePlot = std::string(value);
         } else if (!arg.empty() && arg[0] == '-') {
             return std::fprintf(stderr, "vexplot render: unknown option %s\n", arg.c_str()), false;
         } else if (o.data.empty()) {
@@ -126,6 +137,22 @@ void ApplyStyle(CUI_VexplotCtrl& control, const std::string& style) {
     }
 }
 
+// Loads the data file and shows it; 0, or the command's exit status.
+int ShowData(CUI_VexplotCtrl& control, const Options& o) {
+    ComPtr<IGraphData> data;
+    try {
+        data = LoadGraphData(o.data);
+    } catch (const ComError& e) {
+        std::fprintf(stderr, "vexplot render: %s\n", e.Description().empty() ? e.what() : e.Description().c_str());
+        return 1;
+    }
+    if (const HRESULT hr = control.SetData(data.Get()); FAILED(hr)) {
+        std::fprintf(stderr, "vexplot render: %s cannot be shown (0x%08X)\n", o.data.c_str(), static_cast<unsigned>(hr));
+        return 1;
+    }
+    return 0;
+}
+
 int Render(const Options& o, HeadlessSite& site) {
     ComPtr<CUI_VexplotCtrl> control = MakeComObject<CUI_VexplotCtrl>();
     control->OnError([](HRESULT code, const std::string& text) {
@@ -139,16 +166,11 @@ int Render(const Options& o, HeadlessSite& site) {
     // fills the requested size.
     control->ShowWindows(CUI_VexplotCtrl::wndAll, 0);
 
-    ComPtr<IGraphData> data;
-    try {
-        data = LoadGraphData(o.data);
-    } catch (const ComError& e) {
-        std::fprintf(stderr, "vexplot render: %s\n", e.Description().empty() ? e.what() : e.Description().c_str());
-        return 1;
-    }
-    if (const HRESULT hr = control->SetData(data.Get()); FAILED(hr)) {
-        std::fprintf(stderr, "vexplot render: %s cannot be shown (0x%08X)\n", o.data.c_str(), static_cast<unsigned>(hr));
-        return 1;
+    if (IsPlotFile(o.data)) {
+        // OnError above has said why.
+        if (!control->OpenPlotFile(o.data)) return 1;
+    } else if (int status = ShowData(*control, o); status != 0) {
+        return status;
     }
     if (o.palette) {
         control->Palette().SetStandard(*o.palette);
@@ -156,7 +178,7 @@ int Render(const Options& o, HeadlessSite& site) {
     }
     // The style first: switching views re-sends the data set's own labels,
     // which the labels given here then replace.
-    ApplyStyle(*control, o.style);
+    if (!IsPlotFile(o.data)) ApplyStyle(*control, o.style);
     if (o.xlabel) control->SetAxisLabelText(AxisId::X, *o.xlabel);
     if (o.ylabel) control->SetAxisLabelText(AxisId::Y, *o.ylabel);
     if (o.zlabel) control->SetAxisLabelText(AxisId::Z, *o.zlabel);
@@ -164,6 +186,10 @@ int Render(const Options& o, HeadlessSite& site) {
     if (o.azimuth) control->SetCamAzim(*o.azimuth);
     if (o.elevation) control->SetCamElev(*o.elevation);
     if (o.distance) control->SetCamDist(*o.distance);
+    if (o.savePlot && !control->SaveSerialize(*o.savePlot)) {
+        std::fprintf(stderr, "vexplot render: cannot write %s\n", o.savePlot->c_str());
+        return 1;
+    }
 
     const auto bitmap = static_cast<uint32_t>(control->RetrieveBitmap());
     std::vector<uint32_t> pixels;

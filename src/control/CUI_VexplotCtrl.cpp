@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "com/ComError.h"
+#include "dataobject/GraphDataClass.h"
 #include "tools/CToolsCtrl.h"
 #include "ui/CUIW_InfoWnd.h"
 
@@ -22,6 +23,10 @@ PixelRect Rect(int32_t left, int32_t top, int32_t right, int32_t bottom) {
 
 CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStore> store)
     : sink_(sink), store_(std::move(store)), points_(this) {
+    // The control makes data objects itself (CopyArrayData, data files, plot
+    // files), so its data-object class is served in-process whatever the
+    // host registered.
+    RegisterGraphDataClass();
     settings_.Read(sink_, store_);
     labels_ = {settings_.axes[0].label, settings_.axes[1].label, settings_.axes[2].label};
     points_.Add(kEventsIid);
@@ -58,6 +63,7 @@ bool CUI_VexplotCtrl::Create(IControlSite& site, const PixelRect& rect) {
     graphs_ = std::make_unique<CGD_GraphObjectList>();
     CreateAxes();
     ApplyAllAxes();
+    ApplyQuality3D();
     ShowInitialWindows();
     SetViewMode(GetView3D() ? 1 : 0);
     RecalcLayout();

@@ -45,7 +45,7 @@ class SettingsStore;
 // other methods report a failing engine or data-object call through
 // FireError with its code and text, as the host sees any automation error.
 // Everything runs on the host's user-interface thread.
-class CUI_VexplotCtrl final : public ComObject<IViewHost, IConnectionPointContainer>,
+class CUI_VexplotCtrl final : public ComObject<IViewHost, IConnectionPointContainer, IDispatch>,
                               private IWindowHandler,
                               private ILegendOwner {
 public:
@@ -55,6 +55,7 @@ public:
     static constexpr DISPID kDispidError = -608;
     static constexpr DISPID kDispidDataSelect = 1;
     static constexpr DISPID kDispidResample = 2;
+    static constexpr DISPID kDispidDataCellMouseOver = 3;
 
     // enumWindows
     static constexpr int32_t wndInfo = 1;
@@ -245,6 +246,166 @@ public:
     void SetSurfaceViewAvailable(int32_t available) override { surfaceViewAvailable_ = available != 0; }
     void ShowContextMenu(int32_t x, int32_t y) override;
 
+    // ---- properties (CUI_VexplotCtrlProperties.cpp) ----
+    // Every property of PropertyTable by dispid, for C++ hosts and the
+    // dispatch table alike. A put converts `value` to the property's type
+    // (failing with the conversion's code), stores the member, writes its
+    // setting, applies it to its window or engine surface and marks the
+    // control modified; ShowZMajorGrid, ShowZMinorGrid and FixedAspectRatio
+    // only store the member. DISP_E_MEMBERNOTFOUND for an unknown dispid.
+    // The annotation collections are not served yet: their get fails with
+    // kErrorNotImplemented, a put with kErrorSetNotSupported, each with its
+    // text as error info.
+    HRESULT GetProperty(DISPID id, Variant* value);
+    Variant GetProperty(DISPID id);  // empty when the get fails
+    HRESULT PutProperty(DISPID id, const Variant& value);
+    static constexpr HRESULT kErrorSetNotSupported = MakeHResult(0x800A017F);
+    static constexpr const char* kTextSetNotSupported = "Property is read-only.";
+    // The Engine property (GraphEngine to the type library): the name of the
+    // engine in use. Setting it looks the name up among the listed engines,
+    // makes it the engine of this and every later control, and re-creates
+    // the engine of a created control.
+    std::string GetGraphEngine() const { return EngineName(); }
+    void SetGraphEngine(const std::string& name);
+    // Releases the engine and creates it again from the "Engine" setting,
+    // then resends palette, graph objects, axes and camera. Without an engine
+    // afterwards (the user cancelled the choice) the control shows no plot.
+    void RecreateEngine();
+    // The InfoFont property: the info window's face name.
+    std::string GetInfoFont() const { return settings_.info.font.face; }
+    void SetInfoFont(const std::string& face);
+    // The XLabel/YLabel/ZLabel properties: the text the axis shows.
+    std::string GetAxisLabel(AxisId axis) const;
+    void SetAxisLabel(AxisId axis, const std::string& text);
+    bool IsModified() const { return modified_; }
+
+    // ---- older-interface methods (CUI_VexplotCtrlLegacy.cpp) ----
+    // The _DVexplotEx methods on axes, palette, files and tool tips
+    // (CUI_VexplotCtrlMethods.cpp):
+    int32_t GetShowXAxis();  // the axis object's "shown" flag; 0 before Create
+    int32_t GetShowYAxis();
+    int32_t IsShowPalette();  // the colour bar axis's "shown" flag
+    void ShowPalette(int32_t flag);
+    // Loads a palette file (see CGD_Palette::LoadFile) and hands its colours
+    // to the engine; the name is remembered even when the file is unreadable.
+    void SetPaletteFile(const std::string& file);
+    std::string GetPaletteFile() const { return palette_.GetFileName(); }
+    // Stores the name; the metafile export is reported as not implemented.
+    void SetMetaFileName(const std::string& file);
+    const std::string& GetMetaFileName() const { return metaFileName_; }
+    // Whether the data-cell tool tip text comes from the host through the
+    // DataCellMouseOver event; kept by the active graph object.
+    void EnableCustomDataCellToolTip(int32_t show);
+    // Printing and the about box are reported as not implemented.
+    void Print();
+    void AboutBox();
+    // DataCellMouseOver (dispid 3, _DVexplotExEvents only): the fifth,
+    // by-reference argument carries `text` to the sinks and whatever the
+    // host wrote into it back to `text` (may be null: nothing comes back).
+    void FireDataCellMouseOver(double x, double y, double z, bool select, std::string* text);
+
+    // _DVexplot, the older interface. Getters without an active graph object
+    // (or before Create) answer 0 and setters do nothing.
+    int32_t GetResolution();  // 2 for low resolution, else 1
+    void SetResolution(int32_t resolution);
+    // Tick counts of axis X, Y or Z; the setters take 1 to 10 only.
+    int16_t GetTickmarks(AxisId axis, bool major) const;
+    void SetTickmarks(AxisId axis, bool major, int16_t count);
+    // Major plus minor ticks; the setter gives each half of `count`.
+    int32_t GetNumGridLines(AxisId axis) const;
+    void SetNumGridLines(AxisId axis, int32_t count);
+    uint32_t GetBackColor() const { return settings_.backgroundColor; }
+    void SetBackColor(uint32_t color);
+    bool GetShowDataTip() const { return settings_.showToolTips; }
+    void SetShowDataTip(bool show);
+    // The number colour of the X axis; the setter gives it to X, Y and Z.
+    uint32_t GetAxisColor() const { return settings_.axes[0].numberColor; }
+    void SetAxisColor(uint32_t color);
+    bool GetShowAxis() const { return settings_.axesShown; }
+    void SetShowAxis(bool show);
+    bool GetShowGrid() const { return settings_.gridFlag; }
+    void SetShowGrid(bool show) { settings_.gridFlag = show; }  // reaches the view at the next engine creation
+    bool GetShowCursor() const { return showCursor_; }
+    void SetShowCursor(bool show);
+    bool GetDataSelectEnable() const { return settings_.dataSelectEnable; }
+    void SetDataSelectEnable(bool enable) { settings_.dataSelectEnable = enable; }
+    int32_t GetPaletteId() const { return palette_.GetPaletteId(); }
+    void SetPaletteId(int32_t id);
+    bool GetUseColorPalette() const { return palette_.GetUseColorPalette(); }
+    void SetUseColorPalette(bool useColor);
+    // Stretch of an axis's data units in the 3-D scene (1 = natural).
+    double GetAxisScale(AxisId axis) const;
+    void SetAxisScale(AxisId axis, double factor);
+    // The active graph object's shown part of the grid (columns run along X).
+    int32_t GetColumnStart() const;
+    int32_t GetRowStart() const;
+    int32_t GetNumColumns() const;
+    int32_t GetNumRows() const;
+    std::string GetAxisFontName() const;  // the X axis's label font face
+    bool GetShowPaletteLabels();
+    void SetShowPaletteLabels(bool show);
+    // The active graph object's value extent (0 without one).
+    double GetPaletteMinVal();
+    double GetPaletteMaxVal();
+    double GetZMinClamp();
+    double GetZMaxClamp();
+    int32_t GetCamViewType() { return viewMode_ == 1 ? 0 : 2; }  // enumViewTypes: View3D, else ViewXY
+    void SetCamViewType(int32_t type) { SetViewMode(type == 0 ? 1 : 0); }
+    // A member of the older interface that was never implemented: calling it
+    // raises the Error event 0x800A0005 and answers `value` (`result` is
+    // VT_EMPTY for setters, which take one argument of any type).
+    struct UnimplementedMember {
+        DISPID id;
+        const char* name;
+        VARTYPE result;
+        double value;
+    };
+    static const std::vector<UnimplementedMember>& UnimplementedMembers();
+    Variant CallUnimplemented(const UnimplementedMember& member);
+
+    // ---- control state (CUI_VexplotCtrlState.cpp) ----
+    // Saved state and plot files. A whole plot (".vxg") and a control's
+    // saved state are one byte stream, written and read by ControlSerializer.
+    // The file flag is 0 when the control is constructed; only SaveSerialize
+    // sets it to 1 and nothing clears it. While it is 0 the stream holds the
+    // framework header alone, in both directions and on every path: hosts
+    // have always seen this asymmetry, so it is kept.
+    //
+    // SaveSerialize replaces `path` with the whole stream (graph objects
+    // included); a failure never leaves a half-written file in its place.
+    // Both answer 0 when the file cannot be opened (nothing reported), else
+    // 1; a stream that is not a valid serialization, or a device failure
+    // while it is read or written, is reported through FireError and
+    // answers 0.
+    int32_t LoadSerialize(const std::string& path);
+    int32_t SaveSerialize(const std::string& path);
+    // `sourceType` 1: `source` is a key path below HKEY_CURRENT_USER holding
+    // "ControlStateSize" and "ControlState", carried through "serialize.tmp"
+    // in the current directory (left in place); 2: a file, as
+    // Load/SaveSerialize. Any other type, or an empty source, does nothing.
+    // Graph objects are neither saved nor loaded here, and a load never
+    // changes the control's rectangle in its host.
+    void LoadControlState(const std::string& source, int16_t sourceType);
+    void SaveControlState(const std::string& source, int16_t sourceType);
+    // C++ hosts: reads a whole plot file whatever the file flag (a fresh
+    // control's LoadSerialize reads the header alone). Every failure,
+    // including a file that cannot be opened, is reported through FireError;
+    // false then.
+    bool OpenPlotFile(const std::string& path);
+    int32_t FileFlag() const { return fileFlag_; }
+    // How the last registry load or save ended: 0, or the step that failed
+    // (1 key, 2 size value, 3 memory, 4 state value, 5 temporary file).
+    // Never reported to the host.
+    int32_t LastStateFailure() const { return stateFailure_; }
+
+    // IDispatch (CUI_VexplotCtrlDispatch.cpp): the table of DispatchTable::Vexplot().
+    HRESULT GetTypeInfoCount(uint32_t* count) override;
+    HRESULT GetTypeInfo(uint32_t index, LCID lcid, IUnknown** info) override;
+    HRESULT GetIDsOfNames(const IID& riid, const char* const* names, uint32_t count, LCID lcid,
+                          DISPID* ids) override;
+    HRESULT Invoke(DISPID member, const IID& riid, LCID lcid, uint16_t flags, DispParams* params, Variant* result,
+                   ExcepInfo* excepInfo, uint32_t* argErr) override;
+
     // IConnectionPointContainer:
     HRESULT GetConnectionPointCount(uint32_t* count) override { return points_.Count(count); }
     HRESULT FindConnectionPoint(const IID& iid, IConnectionPoint** out) override { return points_.Find(iid, out); }
@@ -325,6 +486,35 @@ private:
     // camera (CUI_VexplotCtrlCamera.cpp):
     double CameraComponent(bool center, int component);
     void SetCameraComponent(bool center, int component, double value);
+
+    // ---- private: properties ----
+    HRESULT GetMethodProperty(const struct PropertyRow& row, Variant* value);
+    HRESULT PutMethodProperty(const struct PropertyRow& row, const Variant& value);
+    void WriteSetting(const struct PropertyRow& row);
+    void ApplyProperty(const struct PropertyRow& row);
+    // The Quality3D flag to the 3-D view: full detail also while moving.
+    void ApplyQuality3D();
+    void ResendGraphObjects();
+
+    // ---- private: older-interface methods ----
+    void ReportNotImplemented();
+    // Sets a property of the current interface through PutProperty (store
+    // the member, write the setting, run the change handler).
+    void PutForwarded(DISPID property, const Variant& value);
+    std::string metaFileName_;
+    bool showCursor_ = true;
+    std::array<double, 3> axisScale_{1.0, 1.0, 1.0};
+
+    // ---- private: control state ----
+    friend class ControlSerializer;
+    bool LoadStateFile(const std::string& path, bool whole, bool reportOpenFailure);
+    bool SaveStateFile(const std::string& path);
+    int32_t LoadStateFromRegistry(const std::string& keyPath);
+    int32_t SaveStateToRegistry(const std::string& keyPath);
+    // Reports a failed load or save of `where` through FireError.
+    void ReportStateFailure(const std::string& where, bool loading, const std::exception& error);
+    int32_t fileFlag_ = 0;
+    int32_t stateFailure_ = 0;
 
     ControlSettings settings_;
     MessageSink* sink_;

@@ -65,7 +65,8 @@ CGD_Axis::Appearance CUI_VexplotCtrl::AppearanceOf(AxisId id) const {
     const ControlSettings::Axis& s = settings_.axes[SettingsIndex(id)];
     CGD_Axis::Appearance look = axes_[Index(id)]->GetAppearance();
     look.label = id == AxisId::Palette ? std::string() : labels_[Index(id)];
-    look.shown = settings_.axesShown;
+    // The colour bar is shown or hidden on its own (ShowPalette).
+    if (id != AxisId::Palette) look.shown = settings_.axesShown;
     look.numberColor = s.numberColor;
     look.majorGridColor = s.majorGridColor;
     look.minorGridColor = s.minorGridColor;

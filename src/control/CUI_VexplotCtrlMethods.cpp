@@ -261,6 +261,67 @@ void CUI_VexplotCtrl::SetCurveColor1DView(uint32_t color) {
     LayoutAndRedraw();
 }
 
+// -- axes, palette, files and tool tips --
+
+int32_t CUI_VexplotCtrl::GetShowXAxis() {
+    const CGD_Axis* axis = GetAxis(AxisId::X);
+    return axis && axis->GetAppearance().shown ? 1 : 0;
+}
+
+int32_t CUI_VexplotCtrl::GetShowYAxis() {
+    const CGD_Axis* axis = GetAxis(AxisId::Y);
+    return axis && axis->GetAppearance().shown ? 1 : 0;
+}
+
+int32_t CUI_VexplotCtrl::IsShowPalette() {
+    const CGD_Axis* axis = GetAxis(AxisId::Palette);
+    return axis && axis->GetAppearance().shown ? 1 : 0;
+}
+
+// The colour bar keeps its own "shown" flag (AppearanceOf leaves it alone),
+// so ShowAxis of the three data axes does not bring it back.
+void CUI_VexplotCtrl::ShowPalette(int32_t flag) {
+    CGD_Axis* axis = GetAxis(AxisId::Palette);
+    if (!axis) return;
+    CGD_Axis::Appearance look = axis->GetAppearance();
+    look.shown = flag != 0;
+    axis->SetAppearance(look);
+    ApplyAxis(AxisId::Palette);
+    LayoutAndRedraw();
+}
+
+void CUI_VexplotCtrl::SetPaletteFile(const std::string& file) {
+    if (palette_.LoadFile(file) == 1) {
+        ApplyPalette();
+        UpdateLegend();
+    }
+}
+
+void CUI_VexplotCtrl::ReportNotImplemented() { FireError(kErrorNotImplemented, kTextNotImplemented); }
+
+// The enhanced-metafile export, printing and the about box are not part of
+// the control yet: each reports itself as not implemented, as the older
+// members of that kind do. The metafile name is kept all the same.
+void CUI_VexplotCtrl::SetMetaFileName(const std::string& file) {
+    metaFileName_ = file;
+    ReportNotImplemented();
+}
+
+void CUI_VexplotCtrl::Print() { ReportNotImplemented(); }
+
+void CUI_VexplotCtrl::AboutBox() { ReportNotImplemented(); }
+
+void CUI_VexplotCtrl::EnableCustomDataCellToolTip(int32_t show) {
+    if (CGD_GraphObject* graph = Active()) graph->SetCustomToolTip(show != 0);
+}
+
+void CUI_VexplotCtrl::FireDataCellMouseOver(double x, double y, double z, bool select, std::string* text) {
+    std::string local = text ? *text : std::string();
+    FireEvent(kDispidDataCellMouseOver,
+              {Variant(x), Variant(y), Variant(z), Variant(int32_t{select ? 1 : 0}), Variant::Ref(&local)}, false);
+    if (text) *text = std::move(local);
+}
+
 // -- the bitmap --
 
 int32_t CUI_VexplotCtrl::RetrieveBitmap() {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "settings/CRegistryKey.h"
+#include "ui/LogFontRecord.h"
 
 namespace vexplot {
 
@@ -61,6 +62,10 @@ ControlSettings::ControlSettings() {
     // assign(count, char) rather than = "X": GCC 12 at -O3 warns falsely
     // (-Wrestrict) on the inlined short-string copy.
     for (size_t i = 0; i < axes.size(); ++i) axes[i].label.assign(1, "XYZ"[i]);
+    // The info window's own default font: a record of zero weight would
+    // read back as the thinnest weight where the platform does not take 0
+    // as "normal".
+    info.font.height = -11;
 }
 
 void ControlSettings::Read(MessageSink* sink, const std::shared_ptr<SettingsStore>& store) {
@@ -152,6 +157,21 @@ void ControlSettings::ReadInfo(MessageSink* sink, const std::shared_ptr<Settings
     info.rect.left = ReadInt(key, "InfoLeft", 50);
     info.rect.right = ReadInt(key, "InfoRight", info.rect.left + 200);
     info.docked = ReadBool(key, "InfoDocked", true);
+    ReadInfoFont(key);
+}
+
+void ControlSettings::ReadInfoFont(CRegistryKey& key) {
+    const auto stored = key.QueryValue("Font");
+    LogFontRecord::Bytes record{};
+    if (!stored) {
+        record = LogFontRecord::Encode(info.font);
+        key.WriteBinary("Font", record.data(), record.size());
+        return;
+    }
+    // Only a whole record is a font; a shorter one would read zero-padded.
+    if (stored->type != ValueType::Binary || stored->data.size() != record.size()) return;
+    if (key.ReadBinary("Font", record.data(), record.size()) != 1) return;
+    if (auto font = LogFontRecord::Decode(record)) info.font = *font;
 }
 
 }  // namespace vexplot

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/IGraphEngine.h"
+#include "model/LogicalFont.h"
 
 namespace vexplot {
 
@@ -32,6 +33,8 @@ class SettingsStore;
 //    value while that first run keeps a rectangle of zero height and width;
 //  - "Quality" not greater than 0 becomes 0 and is written;
 //  - "Visible" of the info window is not written back when missing;
+//  - a "Font" record of the wrong size or naming no face keeps the default
+//    font and is left as it is;
 //  - "GraphEngine" is read only, never written.
 struct ControlSettings {
     // The settings of one axis, "<letter>-Axis ...".
@@ -58,6 +61,9 @@ struct ControlSettings {
         bool visible = false;
         PixelRect rect{50, 50, 250, 150};
         bool docked = true;
+        // "Font", a logical font record; when missing: "Arial", height -11,
+        // normal weight, Swiss family (set by the constructor).
+        LogicalFont font;
     };
 
     // root group:
@@ -102,6 +108,7 @@ private:
     void ReadAxis(CRegistryKey& key, char letter, Axis& axis);
     void Read3DView(CRegistryKey& key);
     void ReadLegend(CRegistryKey& key);
+    void ReadInfoFont(CRegistryKey& key);
 };
 
 }  // namespace vexplot

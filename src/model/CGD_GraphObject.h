@@ -199,6 +199,8 @@ public:
     IGraphDevice2D* Device() const { return device_.Get(); }
     IGraphView3D* View() const { return view_.Get(); }
     DataEditor* Editor() const { return editor_.get(); }
+    // Whether the data-cell tool tip shows the host's text (DataCellMouseOver).
+    bool CustomToolTip() const { return customToolTip_; }
 
     // setters:
     void SetVisible(bool visible) { flags_.visible = visible; }
@@ -210,6 +212,7 @@ public:
     // Take effect at the next SendDrawingSettings.
     void SetDrawing(const DrawingSettings& drawing) { drawing_ = drawing; }
     void SetLayer(int32_t layer) { layer_ = layer; }
+    void SetCustomToolTip(bool custom) { customToolTip_ = custom; }
     // Record fields as a plot file gives them back; the data object is bound
     // separately. Drops the preview grid (BuildPreview makes it again).
     void RestoreRecord(const DisplayFlags& flags, const Geometry& geometry, uint32_t contrastColor);
@@ -261,6 +264,7 @@ private:
     int32_t oneDimensionalView_ = 0;
     DrawingSettings drawing_;
     int32_t layer_ = -1;
+    bool customToolTip_ = false;
     std::unique_ptr<DataEditor> editor_;
     ComPtr<IGraphData> data_;
     ComPtr<IGraphDataAccess> access_;

@@ -1,0 +1,384 @@
+#include <signal.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "ControlFixture.h"
+#include "support/ArchiveBytes.h"
+#include "support/TempDir.h"
+
+namespace vexplot::test {
+namespace {
+
+constexpr const char* kStateKey = "Software\\Vexplot Tests\\Saved State";
+
+// Runs the test in a fresh current directory, where the registry path
+// leaves its "serialize.tmp".
+class ScopedWorkingDirectory {
+public:
+    explicit ScopedWorkingDirectory(const std::filesystem::path& dir) : previous_(std::filesystem::current_path()) {
+        std::filesystem::current_path(dir);
+    }
+    ~ScopedWorkingDirectory() { std::filesystem::current_path(previous_); }
+    ScopedWorkingDirectory(const ScopedWorkingDirectory&) = delete;
+    ScopedWorkingDirectory& operator=(const ScopedWorkingDirectory&) = delete;
+
+private:
+    std::filesystem::path previous_;
+};
+
+struct HeardError {
+    HRESULT code;
+    std::string text;
+};
+
+class ControlStateTest : public ControlFixture {
+protected:
+    void SetUp() override { CreateWorking(); }
+
+    // Replaces the control with a new one at `rect` on the same site and store.
+    void Recreate(PixelRect rect = {0, 0, 400, 300}) {
+        control->Destroy();
+        control = nullptr;
+        Construct();
+        ASSERT_TRUE(control->Create(site, rect));
+        errors.clear();
+        Listen();
+    }
+    void Listen() {
+        control->OnError([this](HRESULT code, const std::string& text) { errors.push_back({code, text}); });
+    }
+    // A control reads more than the header only after it saved to a file.
+    void ArmFileFlag() { ASSERT_EQ(control->SaveSerialize(dir / "scratch.vxg"), 1); }
+
+    Bytes StoredState() {
+        CRegistryKey key(nullptr, store);
+        EXPECT_NE(key.OpenUnder(RootKey::CurrentUser, kStateKey), 0);
+        const auto value = key.QueryValue("ControlState");
+        return value ? value->data : Bytes{};
+    }
+    PixelRect ControlRect() const { return site.GetWindowRect(control->Window(WindowRole::Control)); }
+
+    // A plot that differs from a fresh control's in every group.
+    void MakeDistinctivePlot() {
+        ShowGrid(5, 4);
+        control->SetAxisLabelText(AxisId::X, "Time [s]");
+        control->SetAxisLabelText(AxisId::Z, "Level");
+        control->SetCaption("Run 42");
+        control->Palette().SetStandard(4);
+        control->ApplyPalette();
+        control->ShowWindows(CUI_VexplotCtrl::wndStatus | CUI_VexplotCtrl::wndNavigator, 0);
+        control->ShowWindows(CUI_VexplotCtrl::wndInfo, 1);
+        control->SetCamXPosition(7.5);
+        control->SetCamZCenter(-2.25);
+    }
+
+    TempDir dir{"vexplot-state"};
+    std::vector<HeardError> errors;
+};
+
+// -- the two entry points' guards and containers --
+
+TEST_F(ControlStateTest, OnlySourceTypesOneAndTwoWithASourceDoAnything) {
+    Listen();
+    ScopedWorkingDirectory cwd(dir.Path());
+    const std::string file = dir / "state.bin";
+    struct Case {
+        int16_t type;
+        std::string source;
+    };
+    const Case cases[] = {{0, file}, {3, file}, {-1, file}, {0, kStateKey}, {3, kStateKey}, {1, ""}, {2, ""}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "type " << c.type << " source '" << c.source << "'");
+        control->SaveControlState(c.source, c.type);
+        control->LoadControlState(c.source, c.type);
+        EXPECT_EQ(dir.EntryCount(), 0u);  // neither the file nor serialize.tmp
+        EXPECT_FALSE(store->KeyExists(kStateKey));
+    }
+    EXPECT_TRUE(errors.empty());
+}
+
+TEST_F(ControlStateTest, RegistrySaveLeavesTheTemporaryFileHoldingTheStoredBytes) {
+    ScopedWorkingDirectory cwd(dir.Path());
+    ArmFileFlag();
+    MakeDistinctivePlot();
+    control->SaveControlState(kStateKey, 1);
+
+    EXPECT_EQ(control->LastStateFailure(), 0);
+    const Bytes stored = StoredState();
+    const std::string tmp = dir.Read("serialize.tmp");
+    ASSERT_GT(stored.size(), 100u);
+    EXPECT_EQ(Bytes(tmp.begin(), tmp.end()), stored);
+    CRegistryKey key(nullptr, store);
+    ASSERT_NE(key.OpenUnder(RootKey::CurrentUser, kStateKey), 0);
+    EXPECT_EQ(key.ReadInt("ControlStateSize"), static_cast<int32_t>(stored.size()));
+}
+
+TEST_F(ControlStateTest, RegistryLoadReportsTheStepThatFailed) {
+    Listen();
+    ScopedWorkingDirectory cwd(dir.Path());
+    ArmFileFlag();
+    struct Case {
+        const char* name;
+        std::function<void(CRegistryKey&)> prepare;
+        int32_t failure;
+    };
+    const Case cases[] = {
+        {"empty key", [](CRegistryKey&) {}, 2},
+        {"size not a number", [](CRegistryKey& k) { k.WriteString("ControlStateSize", "12"); }, 2},
+        {"state missing", [](CRegistryKey& k) { k.WriteInt("ControlStateSize", 12); }, 4},
+        {"state of another size",
+         [](CRegistryKey& k) {
+             k.WriteInt("ControlStateSize", 12);
+             k.WriteBinary("ControlState", "abc", 3);
+         },
+         4},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        CRegistryKey key(nullptr, store);
+        ASSERT_NE(key.OpenUnder(RootKey::CurrentUser, kStateKey), 0);
+        key.DeleteValue("ControlStateSize");
+        key.DeleteValue("ControlState");
+        c.prepare(key);
+        control->LoadControlState(kStateKey, 1);
+        EXPECT_EQ(control->LastStateFailure(), c.failure);
+    }
+    // The container's failures are the control's own business.
+    EXPECT_TRUE(errors.empty());
+}
+
+// -- the file flag --
+
+TEST_F(ControlStateTest, UntilItSavesToAFileTheControlWritesAndReadsTheHeaderAlone) {
+    ScopedWorkingDirectory cwd(dir.Path());
+    control->SetCaption("Fresh");
+    control->SaveControlState(kStateKey, 1);
+    Bytes header;
+    AppendInt32(header, 0x00010000);
+    AppendInt32(header, 400);
+    AppendInt32(header, 300);
+    AppendShortString(header, "Fresh");
+    EXPECT_EQ(StoredState(), header);
+    EXPECT_EQ(control->FileFlag(), 0);  // the registry path does not set it
+
+    // A file saved by a control that has saved before: the whole stream.
+    ArmFileFlag();
+    control->SetCaption("Whole");
+    ASSERT_EQ(control->SaveSerialize(dir / "whole.vxg"), 1);
+    const std::string whole = dir.Read("whole.vxg");
+    ASSERT_GT(whole.size(), header.size() + 100);
+
+    // A fresh control takes only the header from it, and ignores the rest
+    // without complaint.
+    Recreate();
+    const uint32_t background = control->Settings().backgroundColor;
+    control->Palette().SetStandard(1);
+    const std::vector<uint32_t> palette(control->Palette().Colors().begin(), control->Palette().Colors().end());
+    EXPECT_EQ(control->LoadSerialize(dir / "whole.vxg"), 1);
+    EXPECT_EQ(control->GetCaption(), "Whole");
+    EXPECT_EQ(control->Settings().backgroundColor, background);
+    EXPECT_TRUE(std::equal(palette.begin(), palette.end(), control->Palette().Colors().begin(),
+                           control->Palette().Colors().end()));
+    EXPECT_TRUE(errors.empty());
+}
+
+// -- round trips --
+
+TEST_F(ControlStateTest, PlotFileRoundTripRestoresDataAxesPaletteWindowsAndCamera) {
+    ArmFileFlag();
+    MakeDistinctivePlot();
+    const std::vector<uint32_t> palette(control->Palette().Colors().begin(), control->Palette().Colors().end());
+    const int32_t windows = control->GetWindowsVisible();
+    const std::string first = dir / "plot.vxg";
+    ASSERT_EQ(control->SaveSerialize(first), 1);
+
+    Recreate({30, 40, 330, 240});
+    ArmFileFlag();
+    ASSERT_EQ(control->LoadSerialize(first), 1);
+    EXPECT_TRUE(errors.empty());
+
+    ASSERT_EQ(control->GetGraphObjects()->Count(), 1);
+    double lo = 0, hi = 0;
+    ASSERT_TRUE(control->GetXRange(&lo, &hi));
+    EXPECT_EQ(hi - lo, 4.0);  // five columns
+    EXPECT_EQ(control->GetAxis(AxisId::X)->GetAppearance().label, "Time [s]");
+    EXPECT_EQ(control->GetAxis(AxisId::Z)->GetAppearance().label, "Level");
+    EXPECT_EQ(control->GetCaption(), "Run 42");
+    EXPECT_TRUE(std::equal(palette.begin(), palette.end(), control->Palette().Colors().begin(),
+                           control->Palette().Colors().end()));
+    EXPECT_EQ(control->GetWindowsVisible(), windows);
+    EXPECT_EQ(View().position.x, 7.5);
+    EXPECT_EQ(View().center.z, -2.25);
+    // The plot file carries the saving control's size.
+    EXPECT_EQ(ControlRect().right - ControlRect().left, 400);
+    EXPECT_EQ(ControlRect().bottom - ControlRect().top, 300);
+
+    // Saved again, the loaded plot gives the same bytes: nothing was lost
+    // or read into the wrong member.
+    const std::string second = dir / "again.vxg";
+    ASSERT_EQ(control->SaveSerialize(second), 1);
+    EXPECT_EQ(dir.Read("again.vxg"), dir.Read("plot.vxg"));
+}
+
+TEST_F(ControlStateTest, RegistryRoundTripRestoresSettingsButNeverGraphObjects) {
+    ScopedWorkingDirectory cwd(dir.Path());
+    ArmFileFlag();
+    MakeDistinctivePlot();
+    control->SetBackColor(0x123456);
+    control->SaveControlState(kStateKey, 1);
+    ASSERT_EQ(control->LastStateFailure(), 0);
+    const Bytes saved = StoredState();
+
+    Recreate();
+    ArmFileFlag();
+    ShowGrid(3, 2);
+    control->LoadControlState(kStateKey, 1);
+    EXPECT_EQ(control->LastStateFailure(), 0);
+    EXPECT_TRUE(errors.empty());
+    EXPECT_EQ(control->Settings().backgroundColor, 0x123456u);
+    EXPECT_EQ(control->GetAxis(AxisId::X)->GetAppearance().label, "Time [s]");
+    EXPECT_EQ(View().position.x, 7.5);
+    // The control keeps its own grid.
+    ASSERT_EQ(control->GetGraphObjects()->Count(), 1);
+    double lo = 0, hi = 0;
+    ASSERT_TRUE(control->GetXRange(&lo, &hi));
+    EXPECT_EQ(hi - lo, 2.0);
+    EXPECT_TRUE(control->StateOperation());
+
+    control->SaveControlState(kStateKey, 1);
+    EXPECT_EQ(StoredState(), saved);
+}
+
+TEST_F(ControlStateTest, LoadedStateKeepsTheControlsOwnRectangle) {
+    Recreate({0, 0, 640, 480});
+    ArmFileFlag();
+    const std::string file = dir / "big.vxg";
+    ASSERT_EQ(control->SaveSerialize(file), 1);
+
+    const PixelRect own{10, 20, 410, 320};
+    Recreate(own);
+    ArmFileFlag();
+    control->LoadControlState(file, 2);
+    const PixelRect after = ControlRect();
+    EXPECT_EQ(std::vector<int32_t>({after.left, after.top, after.right, after.bottom}),
+              std::vector<int32_t>({own.left, own.top, own.right, own.bottom}));
+    // LoadSerialize on its own takes the saved size: the restore is what
+    // keeps the placement above.
+    ASSERT_EQ(control->LoadSerialize(file), 1);
+    EXPECT_EQ(ControlRect().right - ControlRect().left, 640);
+}
+
+// -- damaged files and failed saves --
+
+TEST_F(ControlStateTest, DamagedPlotFilesAreReportedAndLeaveAUsableControl) {
+    ArmFileFlag();
+    MakeDistinctivePlot();
+    ASSERT_EQ(control->SaveSerialize(dir / "good.vxg"), 1);
+    const std::string good = dir.Read("good.vxg");
+
+    std::vector<std::pair<std::string, std::string>> damaged;
+    // Cut everywhere but where a stream may end (after the window blocks,
+    // where a control without a 3-D view stops, and at the end).
+    const size_t cameraStart = good.size() - 7 * 8;
+    for (size_t cut = 0; cut < good.size(); cut += 13)
+        if (cut != cameraStart) damaged.emplace_back("cut at " + std::to_string(cut), good.substr(0, cut));
+    damaged.emplace_back("garbage", std::string(300, '\x5A'));
+    std::string version = good;
+    version[2] = 2;  // version 2.0
+    damaged.emplace_back("another major version", version);
+    std::string format = good;
+    const size_t scaleFormatOfX = good.find("Time [s]") + 8 + 4 + 4 + 12 + 2 + 2;
+    format[scaleFormatOfX] = 9;
+    damaged.emplace_back("unknown scale format", format);
+
+    Recreate();
+    ArmFileFlag();
+    for (const auto& [name, bytes] : damaged) {
+        SCOPED_TRACE(name);
+        dir.Write("bad.vxg", bytes);
+        errors.clear();
+        EXPECT_EQ(control->LoadSerialize(dir / "bad.vxg"), 0);
+        ASSERT_EQ(errors.size(), 1u);
+        EXPECT_EQ(static_cast<uint32_t>(errors[0].code), 0x80030109u);
+        EXPECT_NE(errors[0].text.find("bad.vxg"), std::string::npos) << errors[0].text;
+        EXPECT_TRUE(control->StateOperation());
+    }
+    // Still a working control: it shows data and saves and loads whole plots.
+    EXPECT_EQ(control->SaveSerialize(dir / "after.vxg"), 1);
+    EXPECT_EQ(control->LoadSerialize(dir / "good.vxg"), 1);
+    EXPECT_EQ(control->GetCaption(), "Run 42");
+    ShowGrid(6, 2);
+    EXPECT_EQ(control->GetGraphObjects()->Count(), 2);
+}
+
+TEST_F(ControlStateTest, CannotOpenIsAQuietFalseExceptForOpenPlotFile) {
+    Listen();
+    EXPECT_EQ(control->LoadSerialize(dir / "missing.vxg"), 0);
+    EXPECT_EQ(control->SaveSerialize(dir / "no-such-folder/plot.vxg"), 0);
+    EXPECT_TRUE(errors.empty());
+    EXPECT_FALSE(control->OpenPlotFile(dir / "missing.vxg"));
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_NE(errors[0].text.find("missing.vxg"), std::string::npos);
+}
+
+TEST_F(ControlStateTest, FailedSaveLeavesThePreviousFileIntact) {
+    Listen();
+    ShowGrid(40, 40);
+    const std::string path = dir / "plot.vxg";
+    ASSERT_EQ(control->SaveSerialize(path), 1);
+    const std::string before = dir.Read("plot.vxg");
+
+    // The disk fills up in the middle of the stream: writes beyond half the
+    // old file's size fail (EFBIG; the signal that would kill us is ignored).
+    control->SetCaption("changed");
+    rlimit old{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
+    const auto previousHandler = signal(SIGXFSZ, SIG_IGN);
+    rlimit low = old;
+    low.rlim_cur = before.size() / 2;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &low), 0);
+    const int32_t result = control->SaveSerialize(path);
+    setrlimit(RLIMIT_FSIZE, &old);
+    signal(SIGXFSZ, previousHandler);
+
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(dir.Read("plot.vxg"), before);
+    EXPECT_EQ(dir.Listing(), std::vector<std::string>{"plot.vxg"});  // no temporary left behind
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_NE(errors[0].text.find("plot.vxg"), std::string::npos) << errors[0].text;
+
+    // A folder in the file's place stays a folder.
+    std::filesystem::create_directory(dir / "folder.vxg");
+    errors.clear();
+    EXPECT_EQ(control->SaveSerialize(dir / "folder.vxg"), 0);
+    EXPECT_TRUE(std::filesystem::is_directory(dir / "folder.vxg"));
+    EXPECT_EQ(errors.size(), 1u);
+}
+
+// -- the automation rows --
+
+TEST_F(ControlStateTest, DispatchRowsReachTheStateMethods) {
+    ScopedWorkingDirectory cwd(dir.Path());
+    auto invoke = [&](const char* name, std::vector<Variant> args) {
+        const char* names[] = {name};
+        DISPID id = 0;
+        EXPECT_EQ(control->GetIDsOfNames(GUID_NULL, names, 1, 0, &id), S_OK) << name;
+        std::reverse(args.begin(), args.end());  // dispatch arguments come last first
+        DispParams params{args.data(), nullptr, static_cast<uint32_t>(args.size()), 0};
+        Variant result;
+        EXPECT_EQ(control->Invoke(id, GUID_NULL, 0, DISPATCH_METHOD, &params, &result, nullptr, nullptr), S_OK) << name;
+        return result;
+    };
+    EXPECT_EQ(invoke("SaveSerialize", {Variant(std::string(dir / "plot.vxg"))}).I4(), 1);
+    EXPECT_EQ(invoke("LoadSerialize", {Variant(std::string(dir / "plot.vxg"))}).I4(), 1);
+    EXPECT_EQ(invoke("LoadSerialize", {Variant(std::string(dir / "none.vxg"))}).I4(), 0);
+    invoke("SaveControlState", {Variant(std::string(kStateKey)), Variant(int16_t{1})});
+    EXPECT_FALSE(StoredState().empty());
+    invoke("LoadControlState", {Variant(std::string(kStateKey)), Variant(int16_t{1})});
+    EXPECT_EQ(control->LastStateFailure(), 0);
+}
+
+}  // namespace
+}  // namespace vexplot::test

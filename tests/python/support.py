@@ -1,0 +1,33 @@
+"""Shared set-up of the Python tests."""
+
+import os
+import unittest
+
+import vexplot
+
+
+def control_with_engine(testcase, **kwargs):
+    """A control running the build tree's OpenGL engine, registered in the
+    tests' in-memory settings store; skips the test where no OpenGL context
+    can be made. Closed when the test ends."""
+    vexplot.register_engine(os.environ["VEXPLOT_OPENGL_PLUGIN_PATH"])
+    ctl = vexplot.Control(**kwargs)
+    testcase.addCleanup(ctl.close)
+    if not ctl.ready:
+        raise unittest.SkipTest("no OpenGL context on this machine")
+    return ctl
+
+
+def control_without_engine(testcase):
+    """A control that was never given an engine: its settings, properties
+    and events work, its plot does not."""
+    ctl = vexplot.Control()
+    testcase.addCleanup(ctl.close)
+    return ctl
+
+
+def requires_members(testcase, ctl, *names):
+    """Skips a test whose members the dispatch table does not have."""
+    missing = [n for n in names if n not in ctl.members()]
+    if missing:
+        testcase.skipTest("not in the dispatch table: " + ", ".join(missing))

@@ -1,0 +1,79 @@
+"""Pictures of the view through the engine: image() and save_image()."""
+
+import os
+import tempfile
+import unittest
+
+import numpy as np
+
+import vexplot
+from support import control_with_engine
+
+
+def gaussian(ny, nx):
+    y, x = np.mgrid[-1:1:ny * 1j, -1:1:nx * 1j]
+    return np.exp(-4.0 * (x * x + y * y))
+
+
+class ImageTest(unittest.TestCase):
+    def setUp(self):
+        self.ctl = control_with_engine(self, width=320, height=200)
+        self.ctl.CopyArrayData(gaussian(40, 60))
+
+    def test_image_is_the_view_at_the_control_size(self):
+        image = self.ctl.image()
+        self.assertEqual(image.shape, (200, 320, 4))
+        self.assertEqual(image.dtype, np.uint8)
+        self.assertTrue((image[:, :, 3] == 255).all())
+        # A surface, not a plain background: many colours, and the
+        # centre (the peak) differs from the corner.
+        colours = np.unique(image[:, :, :3].reshape(-1, 3), axis=0)
+        self.assertGreater(len(colours), 20)
+        self.assertFalse((image[100, 160, :3] == image[2, 2, :3]).all())
+
+    def test_the_picture_follows_the_background_colour(self):
+        self.ctl.BackgroundColor = 0x000000FF  # red, as 0x00BBGGRR
+        corner = self.ctl.image()[1, 1]
+        self.assertEqual(tuple(corner), (255, 0, 0, 255))
+
+    def test_save_image_writes_png_and_bmp(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, magic in [("view.png", b"\x89PNG"), ("view.BMP", b"BM")]:
+                with self.subTest(name):
+                    path = os.path.join(folder, name)
+                    self.ctl.save_image(path)
+                    with open(path, "rb") as f:
+                        self.assertEqual(f.read(len(magic)), magic)
+            with self.assertRaises(OSError):
+                self.ctl.save_image(os.path.join(folder, "missing", "view.png"))
+            with self.assertRaises(OSError):
+                self.ctl.save_image(os.path.join(folder, "view.gif"))
+
+
+class WindowTest(unittest.TestCase):
+    """The control in a window (Qt's offscreen platform under ctest)."""
+
+    def test_a_windowed_control_is_scripted_like_a_headless_one(self):
+        ctl = control_with_engine(self, width=400, height=300, show=True)
+        self.assertTrue(ctl.windowed)
+        errors = []
+        ctl.on("Error", lambda number, text, *rest: errors.append(text))
+        ctl.CopyArrayData(gaussian(20, 30))
+        ctl.SetGraphMode(9)
+        vexplot.process_events(50)
+        self.assertEqual(errors, ["Sorry, property value isn't valid."])
+        # The view lies between the window's title and status bars.
+        height, width, _ = ctl.image().shape
+        self.assertEqual(width, 400)
+        self.assertLess(height, 300)
+        ctl.close()
+        vexplot.exec()  # returns at once: no window is left to wait for
+
+    def test_a_headless_control_has_no_window_to_show(self):
+        ctl = control_with_engine(self)
+        with self.assertRaises(RuntimeError):
+            ctl.show()
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <string>
+#include <vector>
+
+#include "com/ClassRegistry.h"
+#include "com/ConnectionPoint.h"
+#include "control/CUI_VexplotCtrl.h"
+#include "engine/EngineClasses.h"
+#include "qt/VexplotWidget.h"
+#include "settings/CRegistryKey.h"
+
+namespace vexplot {
+namespace {
+
+// The widget's signals as a host connects to them. The events are fired
+// the way the control fires them (through its own methods where one
+// exists), so the path through the connection point is the real one.
+class VexplotWidgetSignalTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        CRegistryKey key;
+        ASSERT_NE(key.OpenUnder(RootKey::CurrentUser, InprocServerKey(CLSID_OpenGLEngine)), 0);
+        key.WriteString("", VEXPLOT_OPENGL_PLUGIN_PATH);
+        ASSERT_NE(key.Open("Engine"), 0);
+        key.WriteString("OpenGL", CLSID_OpenGLEngine.ToString());
+    }
+
+    void SetUp() override {
+        widget = std::make_unique<VexplotWidget>();
+        widget->resize(400, 300);
+        QApplication::processEvents();
+    }
+
+    // Fires DataCellMouseOver on the event interface with the fifth,
+    // by-reference text, and returns the text as the host left it.
+    std::string FireDataCellMouseOver(const std::string& initial) {
+        ComPtr<IConnectionPoint> point;
+        EXPECT_EQ(widget->Control().FindConnectionPoint(CUI_VexplotCtrl::kExEventsIid, point.ReleaseAndGetAddressOf()),
+                  S_OK);
+        std::string text = initial;
+        static_cast<ConnectionPoint*>(point.Get())
+            ->FireDispatch(CUI_VexplotCtrl::kDispidDataCellMouseOver,
+                           {Variant(1.5), Variant(2.5), Variant(-3.0), Variant(int32_t{1}), Variant::Ref(&text)});
+        return text;
+    }
+
+    std::unique_ptr<VexplotWidget> widget;
+};
+
+TEST_F(VexplotWidgetSignalTest, AnInvalidGraphModeRaisesTheErrorSignalOnce) {
+    std::vector<std::pair<int, QString>> errors;
+    QObject::connect(widget.get(), &VexplotWidget::errorRaised,
+                     [&](int code, const QString& text) { errors.emplace_back(code, text); });
+    widget->Control().SetGraphMode(9);
+    // The control fires Error on both event interfaces; the widget listens
+    // on one, so a host sees each error once.
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_EQ(static_cast<uint32_t>(errors[0].first), 0x800A017Cu);
+    EXPECT_EQ(errors[0].second, "Sorry, property value isn't valid.");
+}
+
+TEST_F(VexplotWidgetSignalTest, SelectionAndResamplingCarryTheirRanges) {
+    std::vector<std::vector<double>> selected, resampled;
+    QObject::connect(widget.get(), &VexplotWidget::dataSelect,
+                     [&](double a, double b, double c, double d, double e, double f) {
+                         selected.push_back({a, b, c, d, e, f});
+                     });
+    QObject::connect(widget.get(), &VexplotWidget::resample,
+                     [&](double a, double b, double c, double d) { resampled.push_back({a, b, c, d}); });
+    CUI_VexplotCtrl& control = widget->Control();
+    control.FireDataSelect(DataRect{-1.0, 2.0, 3.0, 4.5}, -7.0, 8.0);
+    control.FireResample(DataRect{0.25, 0.5, 10.0, 20.0});
+    // With selection disabled the control keeps DataSelect to itself.
+    control.SetDataSelectEnable(false);
+    control.FireDataSelect(DataRect{0, 1, 0, 1}, 0, 1);
+
+    ASSERT_EQ(selected.size(), 1u);
+    EXPECT_EQ(selected[0], (std::vector<double>{-1.0, 2.0, 3.0, 4.5, -7.0, 8.0}));
+    ASSERT_EQ(resampled.size(), 1u);
+    EXPECT_EQ(resampled[0], (std::vector<double>{0.25, 0.5, 10.0, 20.0}));
+}
+
+TEST_F(VexplotWidgetSignalTest, ASlotAnswersTheDataCellToolTip) {
+    std::vector<double> seen;
+    bool answer = true;
+    QObject::connect(widget.get(), &VexplotWidget::dataCellMouseOver,
+                     [&](double x, double y, double z, bool select) {
+                         seen = {x, y, z, select ? 1.0 : 0.0};
+                         if (answer) widget->SetDataCellText(QString("cell %1, %2").arg(x).arg(y));
+                     });
+    EXPECT_EQ(FireDataCellMouseOver("default"), "cell 1.5, 2.5");
+    EXPECT_EQ(seen, (std::vector<double>{1.5, 2.5, -3.0, 1.0}));
+    // A slot that gives no text leaves the control's own, and an answer
+    // does not stick to the next event.
+    answer = false;
+    EXPECT_EQ(FireDataCellMouseOver("default"), "default");
+}
+
+}  // namespace
+}  // namespace vexplot
