@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "EventSink.h"
+#include "com/EventSink.h"
 #include "VariantConversion.h"
 #include "automation/DispatchMember.h"
 #include "com/ComPtr.h"

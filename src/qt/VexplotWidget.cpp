@@ -5,41 +5,13 @@
 
 #include "com/ComError.h"
 #include "com/ConnectionPoint.h"
+#include "com/EventSink.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "qt/QtControlSite.h"
 
 namespace vexplot {
 
 namespace {
-
-// The widget's sink on the control's event interface: hands each event to
-// the widget, which turns it into a signal.
-class WidgetEventSink final : public ComObject<IDispatch> {
-public:
-    using Handler = std::function<void(DISPID, const DispParams&)>;
-    explicit WidgetEventSink(Handler handler) : handler_(std::move(handler)) {}
-
-    HRESULT GetTypeInfoCount(uint32_t* count) override {
-        if (!count) return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT GetTypeInfo(uint32_t, LCID, IUnknown** info) override {
-        if (info) *info = nullptr;
-        return E_NOTIMPL;
-    }
-    HRESULT GetIDsOfNames(const IID&, const char* const*, uint32_t, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;
-    }
-    HRESULT Invoke(DISPID member, const IID&, LCID, uint16_t, DispParams* params, Variant*, ExcepInfo*,
-                   uint32_t*) override {
-        if (params) handler_(member, *params);
-        return S_OK;
-    }
-
-private:
-    Handler handler_;
-};
 
 // Argument `i` in natural order (DispParams holds them reversed), read
 // through a reference; an empty Variant when the event has fewer.
@@ -83,7 +55,7 @@ IControlSite& VexplotWidget::Site() { return *site_; }
 // Advised before Create, so that the errors of the engine's start reach
 // the signals too.
 void VexplotWidget::AdviseEvents() {
-    sink_ = MakeComObject<WidgetEventSink>([this](DISPID id, const DispParams& p) { OnControlEvent(id, p); });
+    sink_ = MakeComObject<EventSink>([this](DISPID id, const DispParams& p) { OnControlEvent(id, p); });
     ConnectionAdvise(control_->Identity(), CUI_VexplotCtrl::kExEventsIid, sink_.Get(), &cookie_);
 }
 

@@ -6,10 +6,10 @@
 #include "com/IDispatch.h"
 #include "com/Variant.h"
 
-namespace vexplot::python {
+namespace vexplot {
 
-// A dispatch sink for the control's outgoing (event) interface: every
-// event the connection point fires arrives as Invoke and is handed to
+// A dispatch sink for an object's outgoing (event) interface, as clients
+// advise on a connection point: every event the point fires arrives as Invoke and is handed to
 // `handler` with the event's dispid and its arguments as fired (reversed,
 // by-reference arguments pointing at the control's storage).
 class EventSink final : public ComObject<IDispatch> {
@@ -45,4 +45,4 @@ private:
     Handler handler_;
 };
 
-}  // namespace vexplot::python
+}  // namespace vexplot
