@@ -7,6 +7,7 @@ namespace {
 using Ctl = CUI_VexplotCtrl;
 using rows::Getter;
 using rows::Setter;
+using rows::CameraComponentRows;
 constexpr DispatchInterface kEx = DispatchInterface::Ex;
 
 // BOOL Get?Range(double* min, double* max): FALSE without a graph object.
@@ -64,27 +65,8 @@ void AddDataRows(DispatchTable& t) {
 
 // The camera's position and centre by component, each a get/set pair.
 void AddCameraRows(DispatchTable& t) {
-    using Get = double (Ctl::*)();
-    using Set = void (Ctl::*)(double);
-    struct Row {
-        const char* name;
-        Get get;
-        Set set;
-    };
-    const Row rows[] = {
-        {"CamXPosition", &Ctl::GetCamXPosition, &Ctl::SetCamXPosition},
-        {"CamYPosition", &Ctl::GetCamYPosition, &Ctl::SetCamYPosition},
-        {"CamZPosition", &Ctl::GetCamZPosition, &Ctl::SetCamZPosition},
-        {"CamXCenter", &Ctl::GetCamXCenter, &Ctl::SetCamXCenter},
-        {"CamYCenter", &Ctl::GetCamYCenter, &Ctl::SetCamYCenter},
-        {"CamZCenter", &Ctl::GetCamZCenter, &Ctl::SetCamZCenter},
-    };
-    DISPID id = 514;
-    for (const Row& r : rows) {
-        Getter(t, kEx, id++, (std::string("Get") + r.name).c_str(), VT_R8, [g = r.get](Ctl& c) { return (c.*g)(); });
-        Setter(t, kEx, id++, (std::string("Set") + r.name).c_str(), {{"value", VT_R8}},
-               [s = r.set](Ctl& c, DispatchCall& a) { (c.*s)(a.R8(0)); });
-    }
+    CameraComponentRows(t, kEx, 514,
+                        {"CamXPosition", "CamYPosition", "CamZPosition", "CamXCenter", "CamYCenter", "CamZCenter"});
     Getter(t, kEx, 526, "GetCamDist", VT_R4, [](Ctl& c) { return c.GetCamDist(); });
     Setter(t, kEx, 527, "SetCamDist", {{"value", VT_R4}}, [](Ctl& c, DispatchCall& a) { c.SetCamDist(a.R4(0)); });
     Getter(t, kEx, 528, "GetCamElev", VT_R4, [](Ctl& c) { return c.GetCamElev(); });

@@ -37,6 +37,7 @@ namespace {
 using Ctl = CUI_VexplotCtrl;
 using rows::Getter;
 using rows::Setter;
+using rows::CameraComponentRows;
 constexpr DispatchInterface kOld = DispatchInterface::Legacy;
 constexpr AxisId kAxes[] = {AxisId::X, AxisId::Y, AxisId::Z};
 
@@ -154,27 +155,7 @@ void AddGraphRows(DispatchTable& t) {
 }
 
 void AddCameraRows(DispatchTable& t) {
-    using Get = double (Ctl::*)();
-    using Set = void (Ctl::*)(double);
-    struct Row {
-        const char* name;
-        Get get;
-        Set set;
-    };
-    const Row rows[] = {
-        {"CamXPos", &Ctl::GetCamXPosition, &Ctl::SetCamXPosition},
-        {"CamYPos", &Ctl::GetCamYPosition, &Ctl::SetCamYPosition},
-        {"CamZPos", &Ctl::GetCamZPosition, &Ctl::SetCamZPosition},
-        {"CamXCoi", &Ctl::GetCamXCenter, &Ctl::SetCamXCenter},
-        {"CamYCoi", &Ctl::GetCamYCenter, &Ctl::SetCamYCenter},
-        {"CamZCoi", &Ctl::GetCamZCenter, &Ctl::SetCamZCenter},
-    };
-    DISPID id = 130;
-    for (const Row& r : rows) {
-        Getter(t, kOld, id++, (std::string("Get") + r.name).c_str(), VT_R8, [g = r.get](Ctl& c) { return (c.*g)(); });
-        Setter(t, kOld, id++, (std::string("Set") + r.name).c_str(), {{"value", VT_R8}},
-               [s = r.set](Ctl& c, DispatchCall& a) { (c.*s)(a.R8(0)); });
-    }
+    CameraComponentRows(t, kOld, 130, {"CamXPos", "CamYPos", "CamZPos", "CamXCoi", "CamYCoi", "CamZCoi"});
     Getter(t, kOld, 142, "GetCamDistance", VT_R4, [](Ctl& c) { return c.GetCamDist(); });
     Getter(t, kOld, 143, "GetCamElevation", VT_R4, [](Ctl& c) { return c.GetCamElev(); });
     Getter(t, kOld, 144, "GetCamAzimuth", VT_R4, [](Ctl& c) { return c.GetCamAzim(); });

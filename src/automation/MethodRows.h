@@ -48,4 +48,25 @@ void Setter(DispatchTable& table, DispatchInterface owner, DISPID id, const char
         std::move(typelibName));
 }
 
+// Get/Set pairs for the camera position x, y, z and centre x, y, z, from
+// `firstId` on; both interfaces publish them, under their own names
+// ("Get" / "Set" + names[i]).
+inline void CameraComponentRows(DispatchTable& table, DispatchInterface owner, DISPID firstId,
+                                const char* const (&names)[6]) {
+    using Ctl = CUI_VexplotCtrl;
+    using Get = double (Ctl::*)();
+    using Set = void (Ctl::*)(double);
+    static constexpr Get kGets[] = {&Ctl::GetCamXPosition, &Ctl::GetCamYPosition, &Ctl::GetCamZPosition,
+                                    &Ctl::GetCamXCenter,   &Ctl::GetCamYCenter,   &Ctl::GetCamZCenter};
+    static constexpr Set kSets[] = {&Ctl::SetCamXPosition, &Ctl::SetCamYPosition, &Ctl::SetCamZPosition,
+                                    &Ctl::SetCamXCenter,   &Ctl::SetCamYCenter,   &Ctl::SetCamZCenter};
+    DISPID id = firstId;
+    for (size_t i = 0; i < 6; ++i) {
+        Getter(table, owner, id++, (std::string("Get") + names[i]).c_str(), VT_R8,
+               [g = kGets[i]](Ctl& c) { return (c.*g)(); });
+        Setter(table, owner, id++, (std::string("Set") + names[i]).c_str(), {{"value", VT_R8}},
+               [s = kSets[i]](Ctl& c, DispatchCall& a) { (c.*s)(a.R8(0)); });
+    }
+}
+
 }  // namespace vexplot::rows
