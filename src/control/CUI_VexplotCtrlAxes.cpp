@@ -1,5 +1,7 @@
 // The control's axes: their appearance from the settings mirror, their
 // ticks over the active grid's ranges, pushed to both engine surfaces.
+#include <algorithm>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -45,6 +47,46 @@ void SendAxis(Surface* surface, AxisId id, const CGD_Axis& axis, const CGD_Axis:
     surface->SetAxisFont(id, AxisText::Numbers, &numbers);
 }
 
+// A grid's range along the axis: the scale's first and last element for X
+// and Y, the value extent for Z and the colour bar. False when the grid has
+// no readable range.
+bool RangeOfGraph(const CGD_GraphObject& graph, AxisId id, CGD_GraphObject::ScaleEnds* ends) {
+    try {
+        if (id == AxisId::X) *ends = graph.GetXRange();
+        else if (id == AxisId::Y) *ends = graph.GetYRange();
+        else *ends = {graph.ZMinClamp(), graph.ZMaxClamp()};
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+// The range the 3-D view's box spans along the axis when it holds several
+// graph objects: across X and Y what the view shows of them (their union, or
+// the zoomed part), along Z the union of their value extents. The direction
+// is that of the active grid's range, so a falling scale stays falling.
+bool SceneRangeOf(IGraphView3D& view, const CGD_GraphObjectList& graphs, AxisId id, double* min, double* max) {
+    double lo = std::numeric_limits<double>::infinity();
+    double hi = -lo;
+    if (id == AxisId::X || id == AxisId::Y) {
+        DataRect shown{}, full{};
+        if (FAILED(view.GetViewBounds(&shown, &full))) return false;
+        lo = id == AxisId::X ? shown.xMin : shown.yMin;
+        hi = id == AxisId::X ? shown.xMax : shown.yMax;
+    } else {
+        for (int32_t i = 0; i < graphs.Count(); ++i) {
+            CGD_GraphObject::ScaleEnds ends;
+            if (const CGD_GraphObject* graph = graphs.At(i); graph && RangeOfGraph(*graph, id, &ends))
+                lo = std::min({lo, ends.first, ends.last}), hi = std::max({hi, ends.first, ends.last});
+        }
+    }
+    if (!(lo <= hi)) return false;
+    const bool falling = *min > *max;
+    *min = falling ? hi : lo;
+    *max = falling ? lo : hi;
+    return true;
+}
+
 }  // namespace
 
 void CUI_VexplotCtrl::CreateAxes() {
@@ -84,18 +126,11 @@ CGD_Axis::Appearance CUI_VexplotCtrl::AppearanceOf(AxisId id) const {
 // element for X and Y, the value extent for Z and the colour bar.
 bool CUI_VexplotCtrl::RangeOf(AxisId id, double* min, double* max) const {
     const CGD_GraphObject* graph = Active();
-    if (!graph) return false;
-    try {
-        CGD_GraphObject::ScaleEnds ends;
-        if (id == AxisId::X) ends = graph->GetXRange();
-        else if (id == AxisId::Y) ends = graph->GetYRange();
-        else ends = {graph->ZMinClamp(), graph->ZMaxClamp()};
-        *min = ends.first;
-        *max = ends.last;
-        return true;
-    } catch (const std::exception&) {
-        return false;  // a grid without a readable range gets no ticks
-    }
+    CGD_GraphObject::ScaleEnds ends;
+    if (!graph || !RangeOfGraph(*graph, id, &ends)) return false;
+    *min = ends.first;
+    *max = ends.last;
+    return true;
 }
 
 void CUI_VexplotCtrl::ApplyAxis(AxisId id) {
@@ -108,7 +143,15 @@ void CUI_VexplotCtrl::ApplyAxis(AxisId id) {
     if (RangeOf(id, &min, &max)) ticks = axis->MakeTicks(min, max);
     const CGD_Axis::Ticks* t = ticks ? &*ticks : nullptr;
     if (IGraphDevice2D* device = GetDevice2D(); device && id != AxisId::Z) SendAxis(device, id, *axis, t);
-    if (IGraphView3D* view = GetView3D(); view && id != AxisId::Palette) SendAxis(view, id, *axis, t);
+    IGraphView3D* view = GetView3D();
+    if (!view || id == AxisId::Palette) return;
+    // The flat view shows the active grid alone; the 3-D view draws every
+    // graph object in one box, so its axes span them all (min and max still
+    // hold the active grid's range, whose direction the box's range keeps).
+    std::optional<CGD_Axis::Ticks> boxTicks;
+    if (ticks && graphs_->Count() > 1 && SceneRangeOf(*view, *graphs_, id, &min, &max))
+        boxTicks = axis->MakeTicks(min, max);
+    SendAxis(view, id, *axis, boxTicks ? &*boxTicks : t);
 }
 
 void CUI_VexplotCtrl::ApplyAllAxes() {

@@ -1,3 +1,6 @@
+#include <cmath>
+#include <sstream>
+
 #include "ControlFixture.h"
 #include "com/ConnectionPoint.h"
 #include "support/Grid.h"
@@ -123,6 +126,51 @@ TEST_F(ControlFixture, SetDataShowsTheGridWithItsRanges) {
     log->calls.clear();
     ASSERT_EQ(control->SetData(CreateGraphData(z, 3, 2).Get()), S_OK);
     EXPECT_EQ(Calls("view.SelectLayer"), (Strings{"view.SelectLayer(1)"}));
+}
+
+// The first and last tick of the newest SetAxisTicks call starting with
+// `prefix` ("view.SetAxisTicks(2,").
+std::pair<double, double> TickEnds(const std::vector<std::string>& calls) {
+    if (calls.empty()) return {std::nan(""), std::nan("")};
+    std::vector<std::string> args;
+    std::stringstream in(calls.back().substr(calls.back().find('(') + 1));
+    for (std::string a; std::getline(in, a, ',');) args.push_back(a);
+    if (args.size() < 4) return {std::nan(""), std::nan("")};
+    return {std::stod(args[2]), std::stod(args[3])};
+}
+
+TEST_F(ControlFixture, TheBoxAxesSpanEveryObjectAndTheFlatViewTheActiveOne) {
+    CreateWorking();
+    const std::vector<double> small = {0, 0.5, 1, 0.25};
+    const std::vector<double> tall = {-40, 10, 90, 0};
+    const std::vector<double> unit = {0, 1};
+    const std::vector<double> wide = {-5, 5};
+    ASSERT_EQ(control->SetData(CreateGraphData(small, 2, 2, unit, unit, "x", "y", "z").Get()), S_OK);
+    View().shown = DataRect{-5, 5, 0, 1};  // the box across both objects
+    ASSERT_EQ(control->SetData(CreateGraphData(tall, 2, 2, wide, unit, "x", "y", "z").Get()), S_OK);
+
+    // With the small object active the flat view's colour bar keeps its
+    // range, while the box's Z and X axes cover both objects.
+    log->calls.clear();
+    control->GetGraphObjects()->SetActiveIndex(0);
+    control->RefreshGraphObject(control->GetGraphObjects()->Active());
+    const auto [zLow, zHigh] = TickEnds(Calls("view.SetAxisTicks(2,"));
+    EXPECT_LE(zLow, -20.0);
+    EXPECT_GE(zHigh, 60.0);
+    const auto [xLow, xHigh] = TickEnds(Calls("view.SetAxisTicks(0,"));
+    EXPECT_LE(xLow, -4.0);
+    EXPECT_GE(xHigh, 4.0);
+    const auto [barLow, barHigh] = TickEnds(Calls("device.SetAxisTicks(3,"));
+    // (Ticks may round outwards by a step.)
+    EXPECT_GE(barLow, -1.0);
+    EXPECT_LE(barHigh, 2.0);
+
+    // One object left: its own range again.
+    control->GetGraphObjects()->Remove(control->GetGraphObjects()->At(1));
+    control->RefreshGraphObject(control->GetGraphObjects()->Active());
+    const auto [onlyLow, onlyHigh] = TickEnds(Calls("view.SetAxisTicks(2,"));
+    EXPECT_GE(onlyLow, -1.0);
+    EXPECT_LE(onlyHigh, 2.0);
 }
 
 TEST_F(ControlFixture, CopyArrayDataNeedsTwoColumnsAndNumbersItsScales) {

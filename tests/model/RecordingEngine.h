@@ -33,8 +33,10 @@ public:
     HRESULT SetShading(ShadingMode shading) override { return Note("SetShading", shading); }
     HRESULT SetVisibleRange(const DataRect*) override { return Note("SetVisibleRange"); }
     HRESULT SetAxisStyle(AxisId axis, const AxisStyle*) override { return Note("SetAxisStyle", axis); }
-    HRESULT SetAxisTicks(AxisId axis, uint32_t count, const double*, const char* const*) override {
-        return Note("SetAxisTicks", axis, count);
+    // Recorded as SetAxisTicks(axis,count,first,last).
+    HRESULT SetAxisTicks(AxisId axis, uint32_t count, const double* values, const char* const*) override {
+        if (count == 0 || !values) return Note("SetAxisTicks", axis, count);
+        return Note("SetAxisTicks", axis, count, values[0], values[count - 1]);
     }
     HRESULT SetAxisLabel(AxisId axis, const char* text) override { return Note("SetAxisLabel", axis, text); }
     HRESULT SetAxisFont(AxisId axis, AxisText text, const FontDescription*) override {
