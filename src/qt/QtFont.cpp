@@ -9,7 +9,10 @@ namespace vexplot {
 QFont ToQFont(const LogicalFont& logical) {
     QFont font(QString::fromStdString(logical.face));
     font.setStyleHint((logical.pitchAndFamily & 0xF0) == 0x10 ? QFont::Serif : QFont::SansSerif);
-    font.setWeight(static_cast<QFont::Weight>(std::clamp(logical.weight, 1, 1000)));
+    // Weight 0 means "don't care" in a logical font record: the face's
+    // normal weight, not the thinnest one.
+    const int32_t weight = logical.weight == 0 ? QFont::Normal : std::clamp(logical.weight, 1, 1000);
+    font.setWeight(static_cast<QFont::Weight>(weight));
     font.setItalic(logical.italic);
     font.setUnderline(logical.underline);
     font.setStrikeOut(logical.strikeOut);
