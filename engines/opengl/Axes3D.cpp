@@ -121,7 +121,8 @@ void Axes3D::BuildGrid(const SceneBox& box, const Vec3& eye, LineRenderer& lines
 }
 
 void Axes3D::BuildAxis(const Axis& axis, int index, const Edge& edge, const SceneBox& box, const Projector& projector,
-                       TextPainter& painter, LineRenderer& lines, std::vector<PlacedText>& texts) const {
+                       TextPainter& painter, LineRenderer& lines, const PixelScale& scale,
+                       std::vector<PlacedText>& texts) const {
     const uint32_t color = axis.style.numberColor;
     lines.Add(edge.start, edge.end, color);
     const double tickLength = 0.04 * box.Radius();
@@ -139,7 +140,8 @@ void Axes3D::BuildAxis(const Axis& axis, int index, const Edge& edge, const Scen
     if (length < 1e-6) dx = 0, dy = 1;
     else dx /= length, dy /= length;
     const TextPainter::Anchor anchor = AnchorAway(dx, dy);
-    constexpr double kGap = 3.0;
+    const double gap = scale(3.0);
+    const FontDescription numberFont = scale.Font(axis.numberFont);
 
     double farthest = 0;  // the texts' reach along (dx, dy), for the label
     for (size_t i = 0; i < axis.ticks.size(); ++i) {
@@ -150,21 +152,22 @@ void Axes3D::BuildAxis(const Axis& axis, int index, const Edge& edge, const Scen
         if (!axis.style.numbersVisible || i >= axis.texts.size() || axis.texts[i].empty()) continue;
         double qx = 0, qy = 0;
         if (!projector.Project(q, qx, qy)) continue;
-        const TextPainter::Extent extent = painter.MeasureRotated(axis.texts[i], axis.numberFont);
+        const TextPainter::Extent extent = painter.MeasureRotated(axis.texts[i], numberFont);
         farthest = std::max(farthest, std::fabs(dx) * extent.width + std::fabs(dy) * extent.height);
-        texts.push_back({axis.texts[i], static_cast<int32_t>(std::lround(qx + dx * kGap)),
-                         static_cast<int32_t>(std::lround(qy + dy * kGap)), anchor, axis.numberFont, color});
+        texts.push_back({axis.texts[i], static_cast<int32_t>(std::lround(qx + dx * gap)),
+                         static_cast<int32_t>(std::lround(qy + dy * gap)), anchor, numberFont, color});
     }
     if (axis.label.empty()) return;
     double lx = 0, ly = 0;
     if (!projector.Project(middle + edge.outward * tickLength, lx, ly)) return;
-    const double reach = kGap + farthest + 6.0;
+    const double reach = gap + farthest + scale(6.0);
     texts.push_back({axis.label, static_cast<int32_t>(std::lround(lx + dx * reach)),
-                     static_cast<int32_t>(std::lround(ly + dy * reach)), anchor, axis.labelFont, color});
+                     static_cast<int32_t>(std::lround(ly + dy * reach)), anchor, scale.Font(axis.labelFont), color});
 }
 
 std::vector<Axes3D::PlacedText> Axes3D::Build(const SceneBox& box, const Vec3& eye, const Projector& projector,
-                                              TextPainter& painter, LineRenderer& lines) const {
+                                              TextPainter& painter, LineRenderer& lines,
+                                              const PixelScale& scale) const {
     std::vector<PlacedText> texts;
     if (!axesVisible) return texts;
     if (gridVisible) BuildGrid(box, eye, lines);
@@ -184,7 +187,7 @@ std::vector<Axes3D::PlacedText> Axes3D::Build(const SceneBox& box, const Vec3& e
     const Edge edges[3] = {xEdge, yEdge, zEdge};
     for (int index = 0; index < 3; ++index) {
         const Axis& axis = axes_[static_cast<size_t>(index)];
-        if (axis.style.visible) BuildAxis(axis, index, edges[index], box, projector, painter, lines, texts);
+        if (axis.style.visible) BuildAxis(axis, index, edges[index], box, projector, painter, lines, scale, texts);
     }
     return texts;
 }

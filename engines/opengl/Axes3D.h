@@ -5,6 +5,7 @@
 
 #include "engine/IGraphEngine.h"
 #include "opengl/LineRenderer.h"
+#include "opengl/PixelScale.h"
 #include "opengl/Projector.h"
 #include "opengl/SceneBox.h"
 #include "opengl/TextPainter.h"
@@ -42,8 +43,10 @@ public:
 
     // Adds the axes' segments to `lines` and returns their texts placed in
     // the pixels of `projector`, for a box seen from `eye` (scene units).
+    // `scale` turns the fonts and gaps into the projector's pixels.
     std::vector<PlacedText> Build(const SceneBox& box, const Vec3& eye, const Projector& projector,
-                                  TextPainter& painter, LineRenderer& lines) const;
+                                  TextPainter& painter, LineRenderer& lines,
+                                  const PixelScale& scale) const;
 
 private:
     // One axis's edge: from `start` to `end` in the scene, ticks at data
@@ -53,7 +56,8 @@ private:
     };
     void BuildGrid(const SceneBox& box, const Vec3& eye, LineRenderer& lines) const;
     void BuildAxis(const Axis& axis, int index, const Edge& edge, const SceneBox& box, const Projector& projector,
-                   TextPainter& painter, LineRenderer& lines, std::vector<PlacedText>& texts) const;
+                   TextPainter& painter, LineRenderer& lines, const PixelScale& scale,
+                   std::vector<PlacedText>& texts) const;
 
     std::array<Axis, 3> axes_;
 };

@@ -18,6 +18,7 @@ namespace {
 constexpr int32_t kMaxImageSide = 16384;
 constexpr float kCurveWidth = 1.5f;
 constexpr float kSymbolRadius = 4.0f;
+constexpr float kDotSize = 3.0f;  // a point plotted without a symbol
 constexpr int32_t kAutoTickCount = 5;
 constexpr int32_t kContourLevels = 10;
 
@@ -106,17 +107,25 @@ HRESULT Device2D::Draw(const ImageBuffer* windowPixels) {
     if (!windowPixels) return E_POINTER;
     if (window_ == 0) return E_UNEXPECTED;
     if (!ValidBuffer(*windowPixels)) return E_INVALIDARG;
-    // The window's buffer is its current size, whatever Resize said last.
-    layout_.SetClientSize(windowPixels->width, windowPixels->height);
-    return Render(*windowPixels, layout_);
+    // The window's buffer is its current size, whatever Resize said last;
+    // the mapping queries answer in its logical pixels.
+    const double ratio = PixelRatio(*windowPixels);
+    layout_.SetClientSize(int32_t(std::lround(windowPixels->width / ratio)),
+                          int32_t(std::lround(windowPixels->height / ratio)));
+    return Render(*windowPixels, FrameFor(*windowPixels));
 }
 
 HRESULT Device2D::RenderToImage(const ImageBuffer* image) {
     if (!image) return E_POINTER;
     if (!ValidBuffer(*image)) return E_INVALIDARG;
+    return Render(*image, FrameFor(*image));
+}
+
+FlatLayout Device2D::FrameFor(const ImageBuffer& target) const {
     FlatLayout frame = layout_;
-    frame.SetClientSize(image->width, image->height);
-    return Render(*image, frame);
+    frame.SetClientSize(target.width, target.height);
+    frame.SetPixelRatio(PixelRatio(target));
+    return frame;
 }
 
 // --- appearance -------------------------------------------------------------
@@ -327,7 +336,8 @@ FlatAxis Device2D::WithTicks(const FlatAxis& axis, double lo, double hi) const {
 HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
     if (!renderer_ || !engine_) return E_UNEXPECTED;
     if (!engine_->MakeCurrent()) return E_FAIL;
-    const FrameKey key{revision_, engine_->Palette().Version(), target.width, target.height};
+    const FrameKey key{revision_, engine_->Palette().Version(), target.width, target.height,
+                       int32_t(std::lround(frame.PixelRatio() * 100))};
     if (key == cachedKey_ && cachedFrame_.size() == size_t(target.width) * size_t(target.height)) {
         CopyRows(target.pixels, target.stride, cachedFrame_.data(), target.width, target.width, target.height);
         return S_OK;
@@ -338,7 +348,7 @@ HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
             uploaded_ = true;
         }
         renderer_->Begin(target.width, target.height, background_);
-        FlatScene scene(engine_->Text());
+        FlatScene scene(engine_->Text(), PixelScale(frame.PixelRatio()));
         if (HasGrid() && section_.mode != 0) RenderSection(frame, scene);
         else RenderFlat(frame, scene);
         renderer_->Finish(target);
@@ -440,11 +450,13 @@ void Device2D::RenderSection(const FlatLayout& frame, FlatScene& scene) {
     char caption[96];
     std::snprintf(caption, sizeof(caption), "%s = %g", cut.label.empty() ? (alongY ? "X" : "Y") : cut.label.c_str(),
                   cutValue);
-    scene.texts.push_back({caption, plot.right - 4, plot.top + 4, TextPainter::Anchor::TopRight, z.numberFont,
-                           z.style.numberColor});
+    const PixelScale scale(frame.PixelRatio());
+    scene.texts.push_back({caption, plot.right - scale.Pixels(4), plot.top + scale.Pixels(4),
+                           TextPainter::Anchor::TopRight, scale.Font(z.numberFont), z.style.numberColor});
     renderer_->DrawLines(scene.lines);
 
     std::vector<FlatLine> strokes;
+    const float curveWidth = scale(kCurveWidth), symbolRadius = scale(kSymbolRadius), dot = scale(kDotSize);
     const uint32_t color = section_.curveColor & 0x00FFFFFF;
     const auto style = static_cast<PointStyle>(section_.pointStyle);
     const auto& values = curve.Values();
@@ -456,10 +468,11 @@ void Device2D::RenderSection(const FlatLayout& frame, FlatScene& scene) {
             continue;
         }
         const float px = float(spanH.ToPixel(curve.At(i))), py = float(spanV.ToPixel(values[i]));
-        if (section_.plotStyle == 2 && hasLast) strokes.push_back({lastX, lastY, px, py, kCurveWidth, color});
-        if (section_.plotStyle == 3) strokes.push_back({px, py, px, float(plot.bottom), kCurveWidth, color});
-        if (section_.plotStyle == 1 && style == PointStyle::None) strokes.push_back({px, py, px, py, 3.0f, color});
-        if (section_.plotStyle != 0) AppendSymbol(strokes, style, px, py, kSymbolRadius, color);
+        if (section_.plotStyle == 2 && hasLast) strokes.push_back({lastX, lastY, px, py, curveWidth, color});
+        if (section_.plotStyle == 3) strokes.push_back({px, py, px, float(plot.bottom), curveWidth, color});
+        if (section_.plotStyle == 1 && style == PointStyle::None) strokes.push_back({px, py, px, py, dot, color});
+        if (section_.plotStyle != 0)
+            AppendSymbol(strokes, style, px, py, symbolRadius, color, scale(kSymbolStrokeWidth));
         lastX = px, lastY = py, hasLast = true;
     }
     renderer_->DrawLines(strokes, &plot);

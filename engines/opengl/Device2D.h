@@ -72,6 +72,9 @@ public:
 private:
     ~Device2D() override;
 
+    // The layout `target` is drawn with: the device's layout at the
+    // target's size, scaled by its pixel ratio.
+    FlatLayout FrameFor(const ImageBuffer& target) const;
     HRESULT Render(const ImageBuffer& target, const FlatLayout& frame);
     void RenderFlat(const FlatLayout& frame, FlatScene& scene);
     void RenderSection(const FlatLayout& frame, FlatScene& scene);
@@ -108,10 +111,11 @@ private:
         uint64_t revision;
         uint32_t paletteVersion;
         int32_t width, height;
+        int32_t ratio;  // hundredths
         bool operator==(const FrameKey&) const = default;
     };
     uint64_t revision_ = 1;
-    FrameKey cachedKey_{0, 0, 0, 0};
+    FrameKey cachedKey_{0, 0, 0, 0, 0};
     std::vector<uint32_t> cachedFrame_;
 };
 

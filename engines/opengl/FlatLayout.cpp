@@ -27,7 +27,8 @@ void FlatLayout::SetParameters(int32_t leftMargin, int32_t colorBarWidth, int32_
 
 PixelRect FlatLayout::ImageRect() const {
     const int32_t rightPart = colorBarVisible_ ? kColorBarGap + colorBarWidth_ + paletteAxisWidth_ : kRightMargin;
-    PixelRect r{leftMargin_, kTopMargin, width_ - rightPart, height_ - bottomMargin_};
+    PixelRect r{scale_.Pixels(leftMargin_), scale_.Pixels(kTopMargin), width_ - scale_.Pixels(rightPart),
+                height_ - scale_.Pixels(bottomMargin_)};
     r.right = std::max(r.right, r.left);
     r.bottom = std::max(r.bottom, r.top);
     return r;
@@ -36,8 +37,8 @@ PixelRect FlatLayout::ImageRect() const {
 PixelRect FlatLayout::ColorBarRect() const {
     const PixelRect image = ImageRect();
     if (!colorBarVisible_) return PixelRect{image.right, image.top, image.right, image.top};
-    const int32_t left = image.right + kColorBarGap;
-    return PixelRect{left, image.top, left + colorBarWidth_, image.bottom};
+    const int32_t left = image.right + scale_.Pixels(kColorBarGap);
+    return PixelRect{left, image.top, left + scale_.Pixels(colorBarWidth_), image.bottom};
 }
 
 double FlatLayout::FractionX(double x) const {

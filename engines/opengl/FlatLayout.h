@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "engine/IGraphEngine.h"
+#include "opengl/PixelScale.h"
 
 namespace vexplot {
 
@@ -18,6 +19,11 @@ namespace vexplot {
 // and Y upwards unless the orientation mirrors them. Pixel px covers the
 // data interval [X(px), X(px + 1)), so ClientToData answers the data value
 // at a pixel's centre and DataToClient maps it back to the same pixel.
+//
+// Margins and widths are logical pixels. A layout for a target with more
+// physical pixels per logical one (SetPixelRatio) is the same layout scaled:
+// its client size is the target's and every margin is multiplied by the
+// ratio, so the image keeps its place relative to the whole picture.
 class FlatLayout {
 public:
     static constexpr int32_t kTopMargin = 12;
@@ -34,6 +40,9 @@ public:
     void SetVisibleRange(const std::optional<DataRect>& range) { visible_ = range; }
     // enumImageOrientation: bit 0 mirrors X, bit 1 mirrors Y.
     void SetOrientation(int32_t orientation) { orientation_ = orientation & 3; }
+    // Physical pixels per logical pixel; the client size is then in
+    // physical pixels. Values that are not positive mean 1.
+    void SetPixelRatio(double ratio) { scale_ = PixelScale(ratio); }
 
     // getters:
     int32_t ClientWidth() const { return width_; }
@@ -43,6 +52,7 @@ public:
     bool MirrorY() const { return (orientation_ & 2) != 0; }
     int32_t Orientation() const { return orientation_; }
     int32_t PaletteAxisWidth() const { return paletteAxisWidth_; }
+    double PixelRatio() const { return scale_.Ratio(); }
     const DataRect& DataRange() const { return data_; }
     DataRect VisibleRange() const { return visible_.value_or(data_); }
 
@@ -77,6 +87,7 @@ private:
     int32_t orientation_ = 0;
     DataRect data_{0.0, 1.0, 0.0, 1.0};
     std::optional<DataRect> visible_;
+    PixelScale scale_;
 };
 
 }  // namespace vexplot

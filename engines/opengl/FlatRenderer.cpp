@@ -13,9 +13,6 @@ namespace {
 // No multisampling: on a software rasteriser it costs several times the
 // whole frame. Lines are anti-aliased by their own coverage instead, and the
 // image's edges lie on pixel boundaries.
-// No multisampling: on a software rasteriser it costs several times the
-// whole frame. Lines are anti-aliased by their own coverage instead, and the
-// image's edges lie on pixel boundaries.
 constexpr int32_t kSamples = 1;
 
 // Vertices come in client pixels (y down); the viewport size turns them into

@@ -30,10 +30,18 @@ bool AxisSpan::Contains(double v) const {
     return v >= a - Slack(a, b) && v <= b + Slack(a, b);
 }
 
-float FlatScene::Snap(double pixel, int32_t from, int32_t to) {
-    const double p = std::clamp(std::floor(pixel), double(from), double(std::max(from, to - 1)));
-    return float(p + 0.5);
+float FlatScene::Snap(double pixel, int32_t from, int32_t to) const {
+    // The logical pixel holding the position, then its physical left edge:
+    // at an integer ratio the line covers exactly the pixels that the
+    // logical one-pixel line would, scaled.
+    const double ratio = scale_.Ratio();
+    const double left = std::round(std::floor(pixel / ratio) * ratio);
+    const int32_t width = int32_t(LineWidth());
+    const double p = std::clamp(left, double(from), double(std::max(from, to - width)));
+    return float(p + width / 2.0);
 }
+
+float FlatScene::LineWidth() const { return std::max(1.0f, std::round(scale_(kLineWidth))); }
 
 std::vector<double> FlatScene::MinorTicks(const std::vector<double>& majors, int32_t minorCount, double lo,
                                           double hi) {
@@ -79,14 +87,15 @@ void FlatScene::AutoTicks(double lo, double hi, int32_t count, std::vector<doubl
 
 void FlatScene::AddGrid(const FlatAxis& axis, Side side, const PixelRect& rect, const AxisSpan& span) {
     const bool vertical = side == Side::Bottom;  // an X axis's grid lines run vertically
+    const float width = LineWidth();
     auto add = [&](double v, uint32_t color) {
         if (!span.Contains(v)) return;
         if (vertical) {
             const float x = Snap(span.ToPixel(v), rect.left, rect.right);
-            lines.push_back({x, float(rect.top), x, float(rect.bottom), kLineWidth, color});
+            lines.push_back({x, float(rect.top), x, float(rect.bottom), width, color});
         } else {
             const float y = Snap(span.ToPixel(v), rect.top, rect.bottom);
-            lines.push_back({float(rect.left), y, float(rect.right), y, kLineWidth, color});
+            lines.push_back({float(rect.left), y, float(rect.right), y, width, color});
         }
     };
     if (axis.style.minorGrid)
@@ -99,51 +108,54 @@ void FlatScene::AddGrid(const FlatAxis& axis, Side side, const PixelRect& rect, 
 void FlatScene::AddAxis(const FlatAxis& axis, Side side, const PixelRect& rect, const AxisSpan& span) {
     if (!axis.style.visible) return;
     const uint32_t color = axis.style.numberColor;
+    const float width = LineWidth();
+    const FontDescription numberFont = scale_.Font(axis.numberFont);
     // The axis line lies just outside the rectangle; ticks point away from it.
-    const float base = side == Side::Bottom ? float(rect.bottom) + 0.5f
-                       : side == Side::Left ? float(rect.left) - 0.5f
-                                            : float(rect.right) + 0.5f;
+    const float base = side == Side::Bottom ? float(rect.bottom) + width / 2
+                       : side == Side::Left ? float(rect.left) - width / 2
+                                            : float(rect.right) + width / 2;
     const float outward = side == Side::Left ? -1.0f : 1.0f;
     auto tick = [&](double v, float length) {
         if (side == Side::Bottom) {
             const float x = Snap(span.ToPixel(v), rect.left, rect.right);
-            lines.push_back({x, base, x, base + length, kLineWidth, color});
+            lines.push_back({x, base, x, base + length, width, color});
         } else {
             const float y = Snap(span.ToPixel(v), rect.top, rect.bottom);
-            lines.push_back({base, y, base + outward * length, y, kLineWidth, color});
+            lines.push_back({base, y, base + outward * length, y, width, color});
         }
     };
+    // The axis line reaches one line width past the corner, meeting the other axis's.
     if (side == Side::Bottom)
-        lines.push_back({float(rect.left) - 1, base, float(rect.right), base, kLineWidth, color});
-    else lines.push_back({base, float(rect.top), base, float(rect.bottom) + 1, kLineWidth, color});
-    for (double v : MinorTicks(axis.ticks, axis.style.minorTicks, span.lo, span.hi)) tick(v, kMinorTick);
+        lines.push_back({float(rect.left) - width, base, float(rect.right), base, width, color});
+    else lines.push_back({base, float(rect.top), base, float(rect.bottom) + width, width, color});
+    for (double v : MinorTicks(axis.ticks, axis.style.minorTicks, span.lo, span.hi)) tick(v, scale_(kMinorTick));
 
-    const int32_t textStart = int32_t(std::lround(base + outward * (kMajorTick + kTextGap)));
+    const int32_t textStart = int32_t(std::lround(base + outward * scale_(kMajorTick + kTextGap)));
     int32_t extentAcross = 0;  // the tick texts' size away from the axis
     for (size_t i = 0; i < axis.ticks.size(); ++i) {
         const double v = axis.ticks[i];
         if (!span.Contains(v)) continue;
-        tick(v, kMajorTick);
+        tick(v, scale_(kMajorTick));
         if (!axis.style.numbersVisible || i >= axis.texts.size() || axis.texts[i].empty()) continue;
-        const TextPainter::Extent e = text_.Measure(axis.texts[i], axis.numberFont);
+        const TextPainter::Extent e = text_.Measure(axis.texts[i], numberFont);
         const int32_t along = int32_t(std::lround(span.ToPixel(v)));
         if (side == Side::Bottom) {
-            texts.push_back({axis.texts[i], along, textStart, TextPainter::Anchor::Top, axis.numberFont, color});
+            texts.push_back({axis.texts[i], along, textStart, TextPainter::Anchor::Top, numberFont, color});
             extentAcross = std::max(extentAcross, e.height);
         } else {
             const auto anchor = side == Side::Left ? TextPainter::Anchor::Right : TextPainter::Anchor::Left;
-            texts.push_back({axis.texts[i], textStart, along, anchor, axis.numberFont, color});
+            texts.push_back({axis.texts[i], textStart, along, anchor, numberFont, color});
             extentAcross = std::max(extentAcross, e.width);
         }
     }
     if (axis.label.empty()) return;
-    const int32_t labelAt = textStart + int32_t(outward) * (extentAcross + kLabelGap);
+    const int32_t labelAt = textStart + int32_t(outward) * (extentAcross + scale_.Pixels(kLabelGap));
     if (side == Side::Bottom) {
-        FontDescription level = axis.labelFont;  // an axis below the image is labelled horizontally
+        FontDescription level = scale_.Font(axis.labelFont);  // an axis below the image is labelled horizontally
         level.escapement = 0;
         texts.push_back({axis.label, (rect.left + rect.right) / 2, labelAt, TextPainter::Anchor::Top, level, color});
     } else {
-        FontDescription upwards = axis.labelFont;
+        FontDescription upwards = scale_.Font(axis.labelFont);
         upwards.escapement = 900;
         const auto anchor = side == Side::Left ? TextPainter::Anchor::Right : TextPainter::Anchor::Left;
         texts.push_back({axis.label, labelAt, (rect.top + rect.bottom) / 2, anchor, upwards, color});

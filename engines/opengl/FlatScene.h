@@ -5,6 +5,7 @@
 
 #include "engine/IGraphEngine.h"
 #include "opengl/FlatRenderer.h"
+#include "opengl/PixelScale.h"
 #include "opengl/TextPainter.h"
 
 namespace vexplot {
@@ -40,11 +41,14 @@ struct AxisSpan {
 
 // The lines and texts of the flat view's axes and grid lines, built from
 // the axes' state and the layout. Plain geometry; the renderer draws it.
+// Rectangles and spans are in the target's pixels; `scale` turns the
+// scene's own lengths (tick marks, gaps, line width) and the axes' fonts
+// into them.
 class FlatScene {
 public:
     enum class Side { Bottom, Left, Right };
 
-    explicit FlatScene(TextPainter& text) : text_(text) {}
+    explicit FlatScene(TextPainter& text, PixelScale scale = PixelScale()) : text_(text), scale_(scale) {}
 
     // Axis line along `side` of `rect`, major and minor tick marks pointing
     // away from it, tick texts and the label (rotated for the vertical sides).
@@ -65,10 +69,15 @@ public:
     std::vector<FlatText> texts;
 
 private:
-    // The crisp pixel-centre position of a tick inside [from, to).
-    static float Snap(double pixel, int32_t from, int32_t to);
+    // The centre of a thin line (LineWidth) through `pixel`, kept inside
+    // [from, to), with its edges on pixel boundaries so that it stays crisp.
+    float Snap(double pixel, int32_t from, int32_t to) const;
+    // Grid lines, tick marks and axis lines: one logical pixel, rounded to
+    // whole target pixels so that they stay crisp at any ratio.
+    float LineWidth() const;
 
     TextPainter& text_;
+    PixelScale scale_;
 };
 
 }  // namespace vexplot

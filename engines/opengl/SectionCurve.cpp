@@ -35,9 +35,9 @@ double SectionCurve::At(size_t i) const {
     return first_ + (last_ - first_) * double(i) / double(values_.size() - 1);
 }
 
-void AppendSymbol(std::vector<FlatLine>& out, PointStyle style, float x, float y, float r, uint32_t color) {
-    constexpr float kWidth = 1.2f;
-    auto line = [&](float x0, float y0, float x1, float y1) { out.push_back({x0, y0, x1, y1, kWidth, color}); };
+void AppendSymbol(std::vector<FlatLine>& out, PointStyle style, float x, float y, float r, uint32_t color,
+                  float strokeWidth) {
+    auto line = [&](float x0, float y0, float x1, float y1) { out.push_back({x0, y0, x1, y1, strokeWidth, color}); };
     auto polygon = [&](int corners, float startAngle) {
         for (int i = 0; i < corners; ++i) {
             const double a0 = startAngle + 2 * std::numbers::pi * i / corners;

@@ -34,7 +34,9 @@ private:
 };
 
 // The strokes of a point symbol centred at (x, y) with half-size `radius`
-// pixels. PointStyle::None gives nothing.
-void AppendSymbol(std::vector<FlatLine>& out, PointStyle style, float x, float y, float radius, uint32_t color);
+// pixels, drawn `strokeWidth` pixels thick. PointStyle::None gives nothing.
+inline constexpr float kSymbolStrokeWidth = 1.2f;
+void AppendSymbol(std::vector<FlatLine>& out, PointStyle style, float x, float y, float radius, uint32_t color,
+                  float strokeWidth = kSymbolStrokeWidth);
 
 }  // namespace vexplot

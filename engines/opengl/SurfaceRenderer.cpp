@@ -134,7 +134,7 @@ void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, 
         if (layer.pointStyle == PointStyle::None) break;
         Bind(points_, layer, level, box, frame, xs.first, ys.first);
         glUniform1i(points_.Uniform("nodesPerRow"), ys.count);
-        glUniform1f(points_.Uniform("pointSize"), std::max(layer.pointSize, 1.0f));
+        glUniform1f(points_.Uniform("pointSize"), std::max(layer.pointSize * frame.pixelRatio, 1.0f));
         glUniform1i(points_.Uniform("symbol"), static_cast<int>(layer.pointStyle));
         glDrawArrays(GL_POINTS, 0, xs.count * ys.count);
         break;

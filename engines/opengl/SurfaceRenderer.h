@@ -22,7 +22,8 @@ public:
         Vec3 eye;             // scene coordinates
         const PaletteTexture* palette;
         int32_t paletteSize;
-        float lineWidth;
+        float lineWidth;   // target pixels
+        float pixelRatio;  // target pixels per logical pixel, for the layers' point sizes
     };
 
     SurfaceRenderer();

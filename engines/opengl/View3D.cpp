@@ -126,17 +126,18 @@ HRESULT View3D::Update(int32_t detail) {
     return S_OK;
 }
 
-HRESULT View3D::RenderCache(int32_t width, int32_t height) {
+HRESULT View3D::RenderCache(int32_t width, int32_t height, int32_t pixelRatio) {
     try {
         cache_.assign(static_cast<size_t>(width) * static_cast<size_t>(height), 0);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }
-    const ImageBuffer buffer{cache_.data(), width, height, width, 0};
+    const ImageBuffer buffer{cache_.data(), width, height, width, pixelRatio};
     const HRESULT hr = Render(buffer, pendingDetail_);
     cachePalette_ = engine_.Palette().Version();
     cacheWidth_ = width;
     cacheHeight_ = height;
+    cacheRatio_ = pixelRatio;
     cacheValid_ = SUCCEEDED(hr);
     return hr;
 }
@@ -157,8 +158,11 @@ HRESULT View3D::Draw(const ImageBuffer* windowPixels) {
     if (shutDown_) return E_UNEXPECTED;
     // A palette set since the last render makes the cache stale as well.
     const bool paletteChanged = engine_.MakeCurrent() && engine_.Palette().Version() != cachePalette_;
-    if (!cacheValid_ || paletteChanged || cacheWidth_ != windowPixels->width || cacheHeight_ != windowPixels->height) {
-        if (const HRESULT hr = RenderCache(windowPixels->width, windowPixels->height); FAILED(hr)) return hr;
+    // The ratio is compared as the factor it stands for: 0 and 100 are the same picture.
+    const int32_t ratio = static_cast<int32_t>(std::lround(PixelRatio(*windowPixels) * 100));
+    if (!cacheValid_ || paletteChanged || cacheWidth_ != windowPixels->width || cacheHeight_ != windowPixels->height ||
+        cacheRatio_ != ratio) {
+        if (const HRESULT hr = RenderCache(windowPixels->width, windowPixels->height, ratio); FAILED(hr)) return hr;
     }
     for (int32_t y = 0; y < cacheHeight_; ++y)
         std::memcpy(windowPixels->pixels + static_cast<size_t>(y) * static_cast<size_t>(windowPixels->stride),
@@ -178,11 +182,14 @@ HRESULT View3D::Render(const ImageBuffer& target, int32_t detail) {
     try {
         const SceneBox box = Box();
         const Projector projector = MakeProjector(target.width, target.height);
+        const PixelScale scale(target);
         // Levels are reduced in framebuffers of their own: before the
         // scene's framebuffer is bound.
         std::vector<std::pair<const Layer*, HeightField::Level>> draws;
         if (dataVisible_) {
-            const uint64_t pixels = ProjectedPixels(box, projector);
+            // Counted in logical pixels: a HiDPI target draws the same cells, only sharper.
+            const double ratio = scale.Ratio();
+            const auto pixels = static_cast<uint64_t>(double(ProjectedPixels(box, projector)) / (ratio * ratio));
             for (auto& [id, layer] : layers_)
                 if (layer && layer->Drawable()) draws.emplace_back(layer.get(), LevelFor(*layer, detail, pixels, box));
         }
@@ -199,15 +206,15 @@ HRESULT View3D::Render(const ImageBuffer& target, int32_t detail) {
 
         lines_->Clear();
         const std::vector<Axes3D::PlacedText> texts =
-            axes_.Build(box, camera_.Position(), projector, engine_.Text(), *lines_);
-        lines_->Draw(projector.viewProjection, lineWidth_);
-        DrawScene(box, projector, draws);
-        DrawOverlayLines(box, projector);
+            axes_.Build(box, camera_.Position(), projector, engine_.Text(), *lines_, scale);
+        lines_->Draw(projector.viewProjection, scale(lineWidth_));
+        DrawScene(box, projector, scale, draws);
+        DrawOverlayLines(box, projector, scale);
         target_->ReadInto(target);
 
         for (const Axes3D::PlacedText& text : texts)
             engine_.Text().Draw(target, text.text, text.x, text.y, text.anchor, text.font, text.color);
-        DrawOverlayPixels(target, box, projector);
+        DrawOverlayPixels(target, box, projector, scale);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {
@@ -269,13 +276,13 @@ HeightField::Level View3D::LevelFor(Layer& layer, int32_t detail, uint64_t pixel
     return factor > 1 ? layer.field.Reduced(factor, *reduce_) : layer.field.Full();
 }
 
-void View3D::DrawScene(const SceneBox& box, const Projector& projector,
+void View3D::DrawScene(const SceneBox& box, const Projector& projector, const PixelScale& scale,
                        const std::vector<std::pair<const Layer*, HeightField::Level>>& draws) {
     if (draws.empty()) return;
     const Vec3 eye = (camera_.Position() - camera_.Center()).Normalized();
     const SurfaceRenderer::Frame frame{projector.viewProjection, (eye + Vec3{0, 0, 0.8}).Normalized(),
                                        camera_.Position(), &engine_.Palette(), static_cast<int32_t>(engine_.PaletteColors().size()),
-                                       lineWidth_};
+                                       scale(lineWidth_), static_cast<float>(scale.Ratio())};
     // Clip planes cost the software rasteriser a clipping stage for every
     // triangle: only zoomed views need them.
     const bool clip = visibleRange_.has_value();
@@ -287,7 +294,7 @@ void View3D::DrawScene(const SceneBox& box, const Projector& projector,
         for (int i = 0; i < 4; ++i) glDisable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
 }
 
-void View3D::DrawOverlayLines(const SceneBox& box, const Projector& projector) {
+void View3D::DrawOverlayLines(const SceneBox& box, const Projector& projector, const PixelScale& scale) {
     if (overlayLines_.empty()) return;
     lines_->Clear();
     for (const OverlayPolyline& line : overlayLines_) {
@@ -300,22 +307,29 @@ void View3D::DrawOverlayLines(const SceneBox& box, const Projector& projector) {
         }
     }
     glDisable(GL_DEPTH_TEST);
-    lines_->Draw(projector.viewProjection, lineWidth_);
+    lines_->Draw(projector.viewProjection, scale(lineWidth_));
     glEnable(GL_DEPTH_TEST);
 }
 
-void View3D::DrawOverlayPixels(const ImageBuffer& target, const SceneBox& box, const Projector& projector) {
+void View3D::DrawOverlayPixels(const ImageBuffer& target, const SceneBox& box, const Projector& projector,
+                               const PixelScale& scale) {
     for (const OverlayImage& image : overlayImages_) {
         double cx = 0, cy = 0;
         if (!projector.Project(box.ToScene(image.at.x, image.at.y, image.at.z), cx, cy)) continue;
-        const int32_t left = static_cast<int32_t>(std::lround(cx)) - image.width / 2;
-        const int32_t top = static_cast<int32_t>(std::lround(cy)) - image.height / 2;
-        for (int32_t y = std::max(0, -top); y < image.height && top + y < target.height; ++y) {
+        // Enlarged with the target like every other size, so that a marker
+        // keeps its size next to the texts; nearest neighbour keeps the
+        // transparent colour exact (blending would fringe it into the picture).
+        const int32_t width = std::max(scale.Pixels(image.width), 1), height = std::max(scale.Pixels(image.height), 1);
+        const int32_t left = static_cast<int32_t>(std::lround(cx)) - width / 2;
+        const int32_t top = static_cast<int32_t>(std::lround(cy)) - height / 2;
+        const uint32_t transparent = image.transparent & 0x00FFFFFFu;
+        for (int32_t y = std::max(0, -top); y < height && top + y < target.height; ++y) {
             uint32_t* row = target.pixels + static_cast<size_t>(top + y) * static_cast<size_t>(target.stride);
-            for (int32_t x = std::max(0, -left); x < image.width && left + x < target.width; ++x) {
-                const uint32_t pixel = image.pixels[static_cast<size_t>(y) * static_cast<size_t>(image.width) +
-                                                    static_cast<size_t>(x)] & 0x00FFFFFFu;
-                if (pixel != (image.transparent & 0x00FFFFFFu)) row[left + x] = pixel;
+            const auto sourceY = static_cast<size_t>(int64_t(y) * image.height / height);
+            const uint32_t* source = image.pixels.data() + sourceY * static_cast<size_t>(image.width);
+            for (int32_t x = std::max(0, -left); x < width && left + x < target.width; ++x) {
+                const uint32_t pixel = source[int64_t(x) * image.width / width] & 0x00FFFFFFu;
+                if (pixel != transparent) row[left + x] = pixel;
             }
         }
     }
@@ -323,7 +337,8 @@ void View3D::DrawOverlayPixels(const ImageBuffer& target, const SceneBox& box, c
         double x = 0, y = 0;
         if (!projector.Project(box.ToScene(text.at.x, text.at.y, text.at.z), x, y)) continue;
         engine_.Text().Draw(target, text.text, static_cast<int32_t>(std::lround(x)),
-                            static_cast<int32_t>(std::lround(y)), TextPainter::Anchor::Left, text.font, text.color);
+                            static_cast<int32_t>(std::lround(y)), TextPainter::Anchor::Left, scale.Font(text.font),
+                            text.color);
     }
 }
 
@@ -417,7 +432,7 @@ HRESULT View3D::Pick(int32_t px, int32_t py, Point3* point) {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         glEnable(GL_DEPTH_TEST);
         const SurfaceRenderer::Frame frame{projector.viewProjection, {0, 0, 1}, camera_.Position(), &engine_.Palette(),
-                                           static_cast<int32_t>(engine_.PaletteColors().size()), 1.0f};
+                                           static_cast<int32_t>(engine_.PaletteColors().size()), 1.0f, 1.0f};
         for (int i = 0; i < 4; ++i) glEnable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
         for (auto& [id, layer] : layers_)
             if (layer && layer->Drawable()) surfaces_->DrawFilled(*layer, layer->field.Full(), box, frame);

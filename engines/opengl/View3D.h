@@ -10,6 +10,7 @@
 #include "opengl/Axes3D.h"
 #include "opengl/Camera.h"
 #include "opengl/Layer.h"
+#include "opengl/PixelScale.h"
 #include "opengl/Projector.h"
 #include "opengl/SceneBox.h"
 
@@ -125,12 +126,14 @@ private:
     static uint64_t PixelsPerCell(GraphStyle style);
     HeightField::Level LevelFor(Layer& layer, int32_t detail, uint64_t pixels, const SceneBox& box);
     HRESULT Render(const ImageBuffer& target, int32_t detail);
-    // Renders the pending detail into the cache at the given size.
-    HRESULT RenderCache(int32_t width, int32_t height);
-    void DrawScene(const SceneBox& box, const Projector& projector,
+    // Renders the pending detail into the cache at the given size and
+    // pixel ratio (hundredths).
+    HRESULT RenderCache(int32_t width, int32_t height, int32_t pixelRatio);
+    void DrawScene(const SceneBox& box, const Projector& projector, const PixelScale& scale,
                    const std::vector<std::pair<const Layer*, HeightField::Level>>& draws);
-    void DrawOverlayLines(const SceneBox& box, const Projector& projector);
-    void DrawOverlayPixels(const ImageBuffer& target, const SceneBox& box, const Projector& projector);
+    void DrawOverlayLines(const SceneBox& box, const Projector& projector, const PixelScale& scale);
+    void DrawOverlayPixels(const ImageBuffer& target, const SceneBox& box, const Projector& projector,
+                           const PixelScale& scale);
     void Invalidate() { cacheValid_ = false; }
 
     EngineContext& engine_;
@@ -141,6 +144,7 @@ private:
     std::vector<uint32_t> cache_;
     int32_t cacheWidth_ = 0;
     int32_t cacheHeight_ = 0;
+    int32_t cacheRatio_ = 0;  // hundredths
     bool cacheValid_ = false;
     uint32_t cachePalette_ = 0;  // palette version the cache was drawn with
 

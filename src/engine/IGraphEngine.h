@@ -72,14 +72,28 @@ static_assert(sizeof(Point3) == 24);
 // Pixels that the caller owns and lends for one call: `height` rows of
 // `stride` pixels (stride >= width), top row first, each pixel 0x00BBGGRR
 // (bytes R, G, B, unused in memory: the RGBX8888 layout).
+//
+// pixelRatio says how many physical pixels the target has per logical pixel
+// (a HiDPI window, or an export meant for print): the engine then draws every
+// length it chooses in pixels (text heights, line widths, symbols, margins)
+// that many times larger, so the picture looks the same, only sharper. The
+// surfaces' mapping calls keep answering in the logical pixels of Resize.
 struct ImageBuffer {
     uint32_t* pixels;
     int32_t width;
     int32_t height;
     int32_t stride;
-    int32_t reserved;  // 0
+    int32_t pixelRatio;  // physical pixels per logical pixel, in hundredths; 0 means 100
 };
 static_assert(sizeof(ImageBuffer) == sizeof(void*) + 16);
+
+// The buffer's pixel ratio as a factor: 0 (unset) or a negative value is
+// 1.0, anything else is clamped to 0.25 .. 8.
+inline double PixelRatio(const ImageBuffer& image) {
+    if (image.pixelRatio <= 0) return 1.0;
+    const double ratio = image.pixelRatio / 100.0;
+    return ratio < 0.25 ? 0.25 : ratio > 8.0 ? 8.0 : ratio;
+}
 
 // Appearance of one axis. Colours 0x00BBGGRR; the major tick positions come
 // separately (SetAxisTicks), the minor ones divide each major step into

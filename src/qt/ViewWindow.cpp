@@ -30,7 +30,7 @@ void ViewWindow::paintEvent(QPaintEvent*) {
     // 0x00BBGGRR in memory on a little-endian machine is the byte order R, G, B, X.
     image_.fill(Qt::black);
     ImageBuffer target{reinterpret_cast<uint32_t*>(image_.bits()), pixels.width(), pixels.height(),
-                       static_cast<int32_t>(image_.bytesPerLine() / 4), 0};
+                       static_cast<int32_t>(image_.bytesPerLine() / 4), static_cast<int32_t>(std::lround(ratio * 100))};
     handler_->OnPaint(handle_, target);
     image_.setDevicePixelRatio(ratio);
     QPainter(this).drawImage(QPoint(0, 0), image_);
