@@ -9,7 +9,6 @@
 
 #include "opengl/EngineContext.h"
 #include "opengl/FlatRenderer.h"
-#include "opengl/SectionCurve.h"
 
 namespace vexplot {
 
@@ -78,8 +77,12 @@ Device2D::Device2D(EngineContext& engine) : engine_(&engine) {
 Device2D::~Device2D() { Shutdown(); }
 
 void Device2D::Shutdown() {
-    if (renderer_ && engine_ && engine_->MakeCurrent()) renderer_.reset();
+    if (renderer_ && engine_ && engine_->MakeCurrent()) {
+        renderer_.reset();
+        grid_.reset();
+    }
     renderer_.reset();
+    grid_.reset();
     engine_ = nullptr;
 }
 
@@ -247,20 +250,17 @@ HRESULT Device2D::SetGrid(const double* values, int32_t xCount, int32_t yCount, 
                           bool dataFlag) {
     if (!values || !extent) return E_POINTER;
     if (xCount <= 0 || yCount <= 0) return E_INVALIDARG;
-    const size_t count = size_t(xCount) * size_t(yCount);
+    if (!renderer_ || !engine_) return E_UNEXPECTED;
+    if (!engine_->MakeCurrent()) return E_FAIL;
     try {
-        // Every element is written below: no zeroing pass over a large grid.
-        if (count != valueCount_) {
-            values_.reset();
-            valueCount_ = 0;
-            values_ = std::make_unique_for_overwrite<float[]>(count);
-            valueCount_ = count;
-        }
+        StoreGrid(values, xCount, yCount);
     } catch (const std::bad_alloc&) {
         ResetData();
         return E_OUTOFMEMORY;
+    } catch (const std::exception&) {
+        ResetData();
+        return E_FAIL;
     }
-    ToRowsOfX(values, xCount, yCount, values_.get());
     xCount_ = xCount;
     yCount_ = yCount;
     extent_ = *extent;
@@ -268,27 +268,54 @@ HRESULT Device2D::SetGrid(const double* values, int32_t xCount, int32_t yCount, 
     // finite is taken from the values themselves.
     if (!std::isfinite(extent_.zMin) || !std::isfinite(extent_.zMax) || extent_.zMin > extent_.zMax) {
         float lo = std::numeric_limits<float>::infinity(), hi = -lo;
-        for (float v : Values())
-            if (std::isfinite(v)) lo = std::min(lo, v), hi = std::max(hi, v);
+        if (values_) {
+            for (float v : Values())
+                if (std::isfinite(v)) lo = std::min(lo, v), hi = std::max(hi, v);
+        } else {
+            lo = grid_->FiniteLow(), hi = grid_->FiniteHigh();
+        }
         extent_.zMin = lo <= hi ? lo : 0.0;
         extent_.zMax = lo <= hi ? hi : 1.0;
     }
     dataFlag_ = dataFlag;
-    uploaded_ = false;
     layout_.SetDataRange(Normalised(extent_.xFirst, extent_.xLast, extent_.yFirst, extent_.yLast));
     ++revision_;
     return S_OK;
+}
+
+void Device2D::StoreGrid(const double* values, int32_t xCount, int32_t yCount) {
+    // The old grid goes first, so that a new one is not held beside it.
+    DropGrid();
+    if (GridTexture::Fits(xCount, yCount)) {
+        grid_ = engine_->ShareGrid(values, xCount, yCount);
+    } else {
+        // Every element is written below: no zeroing pass over a large grid.
+        const size_t count = size_t(xCount) * size_t(yCount);
+        values_ = std::make_unique_for_overwrite<float[]>(count);
+        valueCount_ = count;
+        ToRowsOfX(values, xCount, yCount, values_.get());
+        grid_ = GridTexture::Sampled(Values(), xCount, yCount);
+    }
+    renderer_->SetGrid(grid_);
+}
+
+void Device2D::DropGrid() {
+    if (renderer_) renderer_->ClearGrid();
+    grid_.reset();
+    values_.reset();
+    valueCount_ = 0;
 }
 
 // The data range stays until the next SetGrid: the graph object re-sends
 // its grid right after, and the axes and mapping queries keep their range
 // in between rather than jumping to a placeholder.
 HRESULT Device2D::ResetData() {
+    // GL objects go only with the context current; without one the
+    // references stay until the device shuts down.
+    if (engine_ && engine_->MakeCurrent()) DropGrid();
     values_.reset();
     valueCount_ = 0;
     xCount_ = yCount_ = 0;
-    uploaded_ = false;
-    if (renderer_ && engine_ && engine_->MakeCurrent()) renderer_->ClearGrid();
     ++revision_;
     return S_OK;
 }
@@ -343,10 +370,6 @@ HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
         return S_OK;
     }
     try {
-        if (HasGrid() && !uploaded_) {
-            renderer_->UploadGrid(Values(), xCount_, yCount_);
-            uploaded_ = true;
-        }
         renderer_->Begin(target.width, target.height, background_);
         FlatScene scene(engine_->Text(), PixelScale(frame.PixelRatio()));
         if (HasGrid() && section_.mode != 0) RenderSection(frame, scene);
@@ -420,12 +443,19 @@ void Device2D::RenderFlat(const FlatLayout& frame, FlatScene& scene) {
     renderer_->DrawLines(scene.lines);
 }
 
+SectionCurve Device2D::Section() const {
+    if (values_) return SectionCurve::Extract(Values(), xCount_, yCount_, extent_, section_.mode, section_.position);
+    // The shared texture holds every node: read the one line the cut takes.
+    const bool alongY = section_.mode == 1;
+    const int32_t cut = SectionCurve::CutIndex(alongY ? xCount_ : yCount_, section_.position);
+    return SectionCurve::FromLine(grid_->ReadLine(alongY, cut), extent_, section_.mode, cut);
+}
+
 void Device2D::RenderSection(const FlatLayout& frame, FlatScene& scene) {
     FlatLayout plotLayout = frame;
     plotLayout.SetColorBarVisible(false);
     const PixelRect plot = plotLayout.ImageRect();
-    const SectionCurve curve =
-        SectionCurve::Extract(Values(), xCount_, yCount_, extent_, section_.mode, section_.position);
+    const SectionCurve curve = Section();
     const DataRect v = frame.VisibleRange();
     const bool alongY = section_.mode == 1;
     const double lo = alongY ? v.yMin : v.xMin, hi = alongY ? v.yMax : v.xMax;

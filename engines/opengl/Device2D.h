@@ -9,6 +9,8 @@
 #include "engine/IGraphDevice2D.h"
 #include "opengl/FlatLayout.h"
 #include "opengl/FlatScene.h"
+#include "opengl/GridTexture.h"
+#include "opengl/SectionCurve.h"
 
 namespace vexplot {
 
@@ -21,9 +23,12 @@ class FlatRenderer;
 // into an off-screen target; the texts are drawn on the CPU into the pixels
 // read back.
 //
-// The grid is kept as 32-bit floats in the texture's order and uploaded to
-// the GPU once per change (at the next draw), so redraws cost the same
-// whatever the grid's size.
+// The grid goes to the GPU once per change, as the engine context's shared
+// grid texture: the 3-D view fed the same grid draws from the same texture,
+// and the device keeps no copy of its own (a section reads its one line
+// back). Only a grid beyond the texture size limit is kept as 32-bit floats
+// on the CPU and shown sampled down. Redraws cost the same whatever the
+// grid's size.
 // Calls come from the control's user-interface thread.
 class Device2D final : public ComObject<IGraphDevice2D> {
 public:
@@ -95,14 +100,20 @@ private:
     SectionSettings section_{0, 2, 0, 0x0000FFFF, 50.0};
 
     std::span<const float> Values() const { return {values_.get(), valueCount_}; }
+    // Fills grid_ (and values_ for a grid too large to share) from the caller's doubles.
+    void StoreGrid(const double* values, int32_t xCount, int32_t yCount);
+    // Drops the grid, its texture and the CPU copy.
+    void DropGrid();
+    SectionCurve Section() const;
 
-    std::unique_ptr<float[]> values_;  // value (ix, iy) at iy * xCount_ + ix: rows of X, as the texture holds them
+    std::shared_ptr<const GridTexture> grid_;
+    // Only for a grid beyond the texture size limit: value (ix, iy) at iy * xCount_ + ix.
+    std::unique_ptr<float[]> values_;
     size_t valueCount_ = 0;
     int32_t xCount_ = 0;
     int32_t yCount_ = 0;
     GridExtent extent_{0, 1, 0, 1, 0, 1};
     bool dataFlag_ = false;
-    bool uploaded_ = false;
 
     // The last frame, served again while nothing that shows in it changed
     // (every setter raises the revision): repainting an unchanged window

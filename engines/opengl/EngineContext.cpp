@@ -40,6 +40,18 @@ void EngineContext::SetPaletteColors(std::vector<uint32_t> colors) {
     paletteDirty_ = true;
 }
 
+std::shared_ptr<GridTexture> EngineContext::ShareGrid(const double* values, int32_t xCount, int32_t yCount) {
+    // A graph object sends its grid to both surfaces in a row; the digest
+    // pass is only paid when a grid of the same size is alive to share.
+    if (std::shared_ptr<GridTexture> last = lastGrid_.lock();
+        last && !last->SampledDown() && last->XCount() == xCount && last->YCount() == yCount &&
+        last->Digest() == GridTexture::Fingerprint(values, size_t(xCount) * size_t(yCount)))
+        return last;
+    std::shared_ptr<GridTexture> grid = GridTexture::Upload(values, xCount, yCount);
+    lastGrid_ = grid;
+    return grid;
+}
+
 std::vector<uint32_t> EngineContext::DefaultPalette() {
     // Hue from 240 degrees (blue) down to 0 (red), full saturation.
     std::vector<uint32_t> colors(1024);

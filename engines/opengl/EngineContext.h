@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "opengl/EglContext.h"
+#include "opengl/GridTexture.h"
 #include "opengl/PaletteTexture.h"
 
 namespace vexplot {
@@ -11,8 +12,9 @@ namespace vexplot {
 class TextPainter;
 
 // What the engine's two surfaces share: the GL context, the palette (as
-// colours and as a texture) and the text painter. Owned by the engine root;
-// the surfaces borrow it for as long as the engine lives.
+// colours and as a texture), the text painter and the grid last sent.
+// Owned by the engine root; the surfaces borrow it for as long as the
+// engine lives.
 class EngineContext {
 public:
     explicit EngineContext(TextPainter& text);
@@ -38,6 +40,13 @@ public:
 
     TextPainter& Text() const { return text_; }
 
+    // The grid of `values` (as GridTexture::Upload) on the GPU: the one
+    // handed out last when it is still held and holds the same values, so
+    // that the 2-D device and the 3-D view fed the same grid share one
+    // texture; a new upload otherwise. The context must be current. Throws
+    // as GridTexture::Upload.
+    std::shared_ptr<GridTexture> ShareGrid(const double* values, int32_t xCount, int32_t yCount);
+
     // Whether GL runs on the CPU (llvmpipe, softpipe): multisampling costs
     // such a renderer several times the frame, so surfaces skip it there.
     bool SoftwareRenderer() const;
@@ -51,6 +60,8 @@ private:
     std::vector<uint32_t> paletteColors_;
     bool paletteDirty_ = true;
     TextPainter& text_;
+    // Not an owner: the grid goes when the last surface drawing it lets go.
+    std::weak_ptr<GridTexture> lastGrid_;
 };
 
 }  // namespace vexplot

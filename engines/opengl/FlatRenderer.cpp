@@ -30,7 +30,8 @@ void main() {
 }
 )";
 
-// The grid texture holds texel (ix, iy) = value (ix, iy). Flat shading
+// The grid texture holds texel (iy, ix) = value (ix, iy), the layout the
+// 3-D view reads, so that one texture serves both. Flat shading
 // takes the nearest node, smooth shading interpolates between the four
 // nearest and falls back to the nearest where one of them has no value;
 // contour lines are drawn where the interpolated value crosses a level.
@@ -47,7 +48,7 @@ uniform vec2 uZRange;
 uniform vec2 uLevels;   // first, step
 uniform ivec2 uSize;    // xCount, yCount
 
-float Fetch(ivec2 node) { return texelFetch(uGrid, node, 0).r; }
+float Fetch(ivec2 node) { return texelFetch(uGrid, node.yx, 0).r; }
 
 vec3 PaletteColor(float v) {
     float t = (v - uZRange.x) / max(uZRange.y - uZRange.x, 1e-30);
@@ -183,41 +184,6 @@ FlatRenderer::FlatRenderer()
 
 FlatRenderer::~FlatRenderer() = default;
 
-void FlatRenderer::UploadGrid(std::span<const float> values, int32_t xCount, int32_t yCount) {
-    GLint maxSize = 4096;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
-    const int32_t stepX = (xCount + maxSize - 1) / maxSize, stepY = (yCount + maxSize - 1) / maxSize;
-    gridX_ = (xCount + stepX - 1) / stepX;
-    gridY_ = (yCount + stepY - 1) / stepY;
-    if (!grid_) grid_ = GlTexture::Create();
-    glBindTexture(GL_TEXTURE_2D, grid_.Id());
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, 0);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-    glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
-    // Texel (ix, iy): a texture row runs along X like a row of the image,
-    // so neighbouring pixels read neighbouring memory.
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_R32F, gridX_, gridY_, 0, GL_RED, GL_FLOAT, nullptr);
-    if (stepX == 1 && stepY == 1) {
-        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, gridX_, gridY_, GL_RED, GL_FLOAT, values.data());
-    } else {
-        std::vector<float> row(static_cast<size_t>(gridX_));
-        for (int32_t iy = 0; iy < gridY_; ++iy) {
-            const float* source = values.data() + size_t(iy) * size_t(stepY) * size_t(xCount);
-            for (int32_t ix = 0; ix < gridX_; ++ix) row[size_t(ix)] = source[size_t(ix) * size_t(stepX)];
-            glTexSubImage2D(GL_TEXTURE_2D, 0, 0, iy, gridX_, 1, GL_RED, GL_FLOAT, row.data());
-        }
-    }
-    glBindTexture(GL_TEXTURE_2D, 0);
-}
-
-void FlatRenderer::ClearGrid() {
-    grid_.Reset();
-    gridX_ = gridY_ = 0;
-}
-
 void FlatRenderer::Begin(int32_t width, int32_t height, uint32_t background) {
     width_ = width;
     height_ = height;
@@ -258,7 +224,7 @@ void FlatRenderer::DrawImage(const ImageParams& p, const PaletteTexture& palette
     program.Use();
     glUniform2f(program.Uniform("uViewport"), float(width_), float(height_));
     glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, grid_.Id());
+    glBindTexture(GL_TEXTURE_2D, grid_->Id());
     glUniform1i(program.Uniform("uGrid"), 0);
     palette.Bind(GL_TEXTURE1);
     glUniform1i(program.Uniform("uPalette"), 1);
@@ -267,7 +233,7 @@ void FlatRenderer::DrawImage(const ImageParams& p, const PaletteTexture& palette
                 float(p.mapping.by));
     glUniform2f(program.Uniform("uZRange"), p.zMin, p.zMax);
     glUniform2f(program.Uniform("uLevels"), p.levelFirst, p.levelStep > 0 ? p.levelStep : 1.0f);
-    glUniform2i(program.Uniform("uSize"), gridX_, gridY_);
+    glUniform2i(program.Uniform("uSize"), GridX(), GridY());
     if (p.contours) {
         glEnable(GL_BLEND);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);

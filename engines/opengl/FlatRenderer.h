@@ -9,6 +9,7 @@
 #include "engine/IGraphEngine.h"
 #include "opengl/GlObject.h"
 #include "opengl/GlProgram.h"
+#include "opengl/GridTexture.h"
 #include "opengl/RenderTarget.h"
 
 namespace vexplot {
@@ -22,7 +23,8 @@ struct FlatLine {
     uint32_t color;  // 0x00BBGGRR
 };
 
-// The GL side of the flat view: the grid as an R32F texture, the programs
+// The GL side of the flat view: the grid's texture (shared with the 3-D
+// view when both show the same grid), the programs
 // that draw it as a palette image or as contour lines, the colour bar, and
 // batches of anti-aliased lines, all into a multisampled off-screen target
 // that is read back into the caller's pixels. The context must be current
@@ -49,14 +51,14 @@ public:
     FlatRenderer(const FlatRenderer&) = delete;
     FlatRenderer& operator=(const FlatRenderer&) = delete;
 
-    // Uploads `values` (xCount * yCount, value (ix, iy) at iy * xCount + ix);
-    // a grid beyond the driver's texture size is sampled down to fit.
-    void UploadGrid(std::span<const float> values, int32_t xCount, int32_t yCount);
-    void ClearGrid();
-    bool HasGrid() const { return gridX_ > 0; }
+    // Draws the image from `grid` from now on (held until the next call or
+    // ClearGrid); null is no grid.
+    void SetGrid(std::shared_ptr<const GridTexture> grid) { grid_ = std::move(grid); }
+    void ClearGrid() { grid_.reset(); }
+    bool HasGrid() const { return grid_ != nullptr; }
     // The texture's size, after any sampling down.
-    int32_t GridX() const { return gridX_; }
-    int32_t GridY() const { return gridY_; }
+    int32_t GridX() const { return grid_ ? grid_->XCount() : 0; }
+    int32_t GridY() const { return grid_ ? grid_->YCount() : 0; }
 
     // Starts a frame of `width` x `height` filled with `background`.
     void Begin(int32_t width, int32_t height, uint32_t background);
@@ -82,9 +84,7 @@ private:
     GlBuffer quadVbo_;
     GlVertexArray lineVao_;
     GlBuffer lineVbo_;
-    GlTexture grid_;
-    int32_t gridX_ = 0;
-    int32_t gridY_ = 0;
+    std::shared_ptr<const GridTexture> grid_;
     int32_t width_ = 0;
     int32_t height_ = 0;
 };

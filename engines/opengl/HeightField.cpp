@@ -4,9 +4,6 @@
 #include <cmath>
 #include <limits>
 #include <memory>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "opengl/ShaderSources.h"
 
@@ -14,61 +11,24 @@ namespace vexplot {
 
 namespace {
 
-constexpr int32_t kBandRows = 256;
-
 int32_t CeilDiv(int32_t a, int32_t b) { return (a + b - 1) / b; }
 
 }  // namespace
 
 void HeightField::Upload(const double* values, int32_t xCount, int32_t yCount) {
     Release();
-    GLint maxSize = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
-    if (xCount > maxSize || yCount > maxSize) {
-        std::string message = "grid larger than the texture limit of ";
-        message += std::to_string(maxSize);
-        throw std::runtime_error(message);
-    }
-    texture_ = GlTexture::Create();
-    glBindTexture(GL_TEXTURE_2D, texture_.Id());
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_R32F, yCount, xCount, 0, GL_RED, GL_FLOAT, nullptr);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-
-    xCount_ = xCount;
-    yCount_ = yCount;
-    double minPositive = std::numeric_limits<double>::infinity();
-    double lo = std::numeric_limits<double>::infinity(), hi = -lo;
-    const size_t rowLength = static_cast<size_t>(yCount);
-    std::vector<float> band(rowLength * static_cast<size_t>(std::min(kBandRows, xCount)));
-    for (int32_t row = 0; row < xCount; row += kBandRows) {
-        const int32_t rows = std::min(kBandRows, xCount - row);
-        const double* source = values + static_cast<size_t>(row) * rowLength;
-        const size_t count = rowLength * static_cast<size_t>(rows);
-        for (size_t i = 0; i < count; ++i) {
-            const double v = source[i];
-            band[i] = static_cast<float>(v);
-            if (v > 0 && v < minPositive) minPositive = v;
-            if (v < lo) lo = v;  // false for NaN
-            if (v > hi) hi = v;
-        }
-        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, row, yCount, rows, GL_RED, GL_FLOAT, band.data());
-    }
-    glBindTexture(GL_TEXTURE_2D, 0);
-    minPositive_ = std::isfinite(minPositive) ? minPositive : std::numeric_limits<double>::quiet_NaN();
-    range_ = hi > lo && std::isfinite(hi - lo) ? hi - lo : 0.0;
+    Assign(GridTexture::Upload(values, xCount, yCount));
 }
 
-void HeightField::Release() {
-    texture_.Reset();
+void HeightField::Assign(std::shared_ptr<const GridTexture> grid) {
     levels_.clear();
-    xCount_ = yCount_ = 0;
-    range_ = 0;
-    minPositive_ = std::numeric_limits<double>::quiet_NaN();
+    grid_ = std::move(grid);
+}
+
+void HeightField::Release() { Assign(nullptr); }
+
+double HeightField::MinPositive() const {
+    return grid_ ? grid_->MinPositive() : std::numeric_limits<double>::quiet_NaN();
 }
 
 GlProgram HeightField::MakeReduceProgram() {
@@ -88,9 +48,11 @@ int32_t HeightField::FactorForBudget(int32_t xCount, int32_t yCount, uint64_t ce
 
 HeightField::Level HeightField::Reduced(int32_t factor, const GlProgram& reduce) {
     // A level needs at least two nodes each way to span the grid's extent.
-    while (factor > 1 && (CeilDiv(xCount_, factor) < 2 || CeilDiv(yCount_, factor) < 2)) --factor;
-    if (factor <= 1 || Empty()) return Full();
-    const int32_t nx = CeilDiv(xCount_, factor), ny = CeilDiv(yCount_, factor);
+    if (Empty()) return Full();
+    const int32_t xCount = XCount(), yCount = YCount();
+    while (factor > 1 && (CeilDiv(xCount, factor) < 2 || CeilDiv(yCount, factor) < 2)) --factor;
+    if (factor <= 1) return Full();
+    const int32_t nx = CeilDiv(xCount, factor), ny = CeilDiv(yCount, factor);
     auto found = levels_.find(factor);
     if (found != levels_.end()) return {found->second.Id(), nx, ny, factor};
     // Reduce from the coarsest level already built whose blocks tile this
@@ -98,7 +60,7 @@ HeightField::Level HeightField::Reduced(int32_t factor, const GlProgram& reduce)
     Level source = Full();
     for (const auto& [built, texture] : levels_)
         if (built < factor && factor % built == 0)
-            source = {texture.Id(), CeilDiv(xCount_, built), CeilDiv(yCount_, built), built};
+            source = {texture.Id(), CeilDiv(xCount, built), CeilDiv(yCount, built), built};
 
     GlTexture level = GlTexture::Create();
     glBindTexture(GL_TEXTURE_2D, level.Id());
@@ -120,7 +82,7 @@ HeightField::Level HeightField::Reduced(int32_t factor, const GlProgram& reduce)
     glUniform1i(program.Uniform("factor"), factor / source.factor);
     glUniform2i(program.Uniform("sourceSize"), source.yCount, source.xCount);
     // Slopes within 2 % of the grid's range stay smooth.
-    glUniform1f(program.Uniform("flatRange"), static_cast<float>(0.02 * range_));
+    glUniform1f(program.Uniform("flatRange"), static_cast<float>(0.02 * grid_->Range()));
     GlVertexArray vertexArray = GlVertexArray::Create();
     glBindVertexArray(vertexArray.Id());
     glDrawArrays(GL_TRIANGLES, 0, 3);

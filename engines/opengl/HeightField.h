@@ -1,15 +1,18 @@
 #pragma once
 #include <cstdint>
 #include <map>
+#include <memory>
 
 #include "opengl/GlObject.h"
 #include "opengl/GlProgram.h"
+#include "opengl/GridTexture.h"
 
 namespace vexplot {
 
-// One grid on the GPU: the values as 32-bit floats in an R32F texture whose
-// texel (iy, ix) holds value (ix, iy), NaN for "no value"; positions are
-// computed from indices in the shaders, so nothing else per node exists.
+// One layer's grid on the GPU: a GridTexture (texel (iy, ix) holds value
+// (ix, iy), NaN for "no value"), possibly shared with the 2-D device;
+// positions are computed from indices in the shaders, so nothing else per
+// node exists.
 // Coarser levels for drawing within a cell budget are reduced on the GPU on
 // first use and cached until the next upload; a coarse texel keeps its
 // block's maximum or minimum, whichever lies farther from the block's mean,
@@ -26,21 +29,23 @@ public:
         int32_t factor = 1;  // nodes of the full grid per node of this level, in each direction
     };
 
-    // Converts `values` (xCount * yCount doubles, value (ix, iy) at
-    // ix * yCount + iy) to floats band by band and uploads them, so no
-    // second copy of the whole grid exists on the CPU. Throws
+    // Uploads `values` (xCount * yCount doubles, value (ix, iy) at
+    // ix * yCount + iy) as a grid of its own (GridTexture::Upload). Throws
     // std::runtime_error when the grid exceeds the texture size limit.
     void Upload(const double* values, int32_t xCount, int32_t yCount);
-    // Frees the texture and every level.
+    // Draws `grid` from now on (null releases); the levels of the grid
+    // before are freed. The grid must hold every node (not sampled down).
+    void Assign(std::shared_ptr<const GridTexture> grid);
+    // Lets go of the grid and frees every level.
     void Release();
 
-    bool Empty() const { return !texture_; }
-    int32_t XCount() const { return xCount_; }
-    int32_t YCount() const { return yCount_; }
+    bool Empty() const { return !grid_; }
+    int32_t XCount() const { return grid_ ? grid_->XCount() : 0; }
+    int32_t YCount() const { return grid_ ? grid_->YCount() : 0; }
     // The smallest finite value above 0 (for a logarithmic Z), NaN when none.
-    double MinPositive() const { return minPositive_; }
+    double MinPositive() const;
 
-    Level Full() const { return {texture_.Id(), xCount_, yCount_, 1}; }
+    Level Full() const { return grid_ ? Level{grid_->Id(), grid_->XCount(), grid_->YCount(), 1} : Level{}; }
     // The level with `factor` (>= 1) nodes per coarse node in each
     // direction, reduced with `reduce` (from MakeReduceProgram) on first
     // use; the full grid for factor 1 or a grid too small to reduce.
@@ -51,11 +56,7 @@ public:
     static int32_t FactorForBudget(int32_t xCount, int32_t yCount, uint64_t cells);
 
 private:
-    GlTexture texture_;
-    int32_t xCount_ = 0;
-    int32_t yCount_ = 0;
-    double minPositive_ = 0;
-    double range_ = 0;  // highest minus lowest finite value
+    std::shared_ptr<const GridTexture> grid_;
     std::map<int32_t, GlTexture> levels_;
 };
 

@@ -8,25 +8,35 @@ namespace vexplot {
 
 SectionCurve SectionCurve::Extract(std::span<const float> values, int32_t xCount, int32_t yCount,
                                    const GridExtent& extent, int32_t mode, double position) {
-    SectionCurve curve;
-    if ((mode != 1 && mode != 2) || xCount <= 0 || yCount <= 0 ||
-        values.size() < size_t(xCount) * size_t(yCount))
-        return curve;
-    const double f = std::clamp(std::isfinite(position) ? position : 0.0, 0.0, 100.0) / 100.0;
+    if ((mode != 1 && mode != 2) || xCount <= 0 || yCount <= 0 || values.size() < size_t(xCount) * size_t(yCount))
+        return {};
+    std::vector<float> line;
+    int32_t cut = 0;
     if (mode == 1) {
-        curve.cutIndex_ = int32_t(std::lround(f * (xCount - 1)));
-        curve.values_.resize(size_t(yCount));
-        for (int32_t iy = 0; iy < yCount; ++iy)
-            curve.values_[size_t(iy)] = values[size_t(iy) * size_t(xCount) + size_t(curve.cutIndex_)];
-        curve.first_ = extent.yFirst;
-        curve.last_ = extent.yLast;
+        cut = CutIndex(xCount, position);
+        line.resize(size_t(yCount));
+        for (int32_t iy = 0; iy < yCount; ++iy) line[size_t(iy)] = values[size_t(iy) * size_t(xCount) + size_t(cut)];
     } else {
-        curve.cutIndex_ = int32_t(std::lround(f * (yCount - 1)));
-        const float* row = values.data() + size_t(curve.cutIndex_) * size_t(xCount);
-        curve.values_.assign(row, row + xCount);
-        curve.first_ = extent.xFirst;
-        curve.last_ = extent.xLast;
+        cut = CutIndex(yCount, position);
+        const float* row = values.data() + size_t(cut) * size_t(xCount);
+        line.assign(row, row + xCount);
     }
+    return FromLine(std::move(line), extent, mode, cut);
+}
+
+int32_t SectionCurve::CutIndex(int32_t count, double position) {
+    const double f = std::clamp(std::isfinite(position) ? position : 0.0, 0.0, 100.0) / 100.0;
+    return int32_t(std::lround(f * std::max(count - 1, 0)));
+}
+
+SectionCurve SectionCurve::FromLine(std::vector<float> line, const GridExtent& extent, int32_t mode,
+                                    int32_t cutIndex) {
+    SectionCurve curve;
+    if (mode != 1 && mode != 2) return curve;
+    curve.values_ = std::move(line);
+    curve.cutIndex_ = cutIndex;
+    curve.first_ = mode == 1 ? extent.yFirst : extent.xFirst;
+    curve.last_ = mode == 1 ? extent.yLast : extent.xLast;
     return curve;
 }
 

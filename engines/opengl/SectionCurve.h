@@ -18,6 +18,13 @@ public:
     // `position` is clamped to 0..100; the cut takes the nearest grid line.
     static SectionCurve Extract(std::span<const float> values, int32_t xCount, int32_t yCount,
                                 const GridExtent& extent, int32_t mode, double position);
+    // The grid line the cut takes among `count` lines (X nodes for mode 1,
+    // Y nodes for mode 2) at `position` percent.
+    static int32_t CutIndex(int32_t count, double position);
+    // The curve of the values along the cut line `cutIndex` (mode 1: along
+    // Y, running from the extent's yFirst to yLast; mode 2: along X), read
+    // from wherever the grid lives. Empty for another mode.
+    static SectionCurve FromLine(std::vector<float> line, const GridExtent& extent, int32_t mode, int32_t cutIndex);
 
     // Running-axis coordinate of sample i in data units.
     double At(size_t i) const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
 #include <string>
 
 #include "opengl/PaletteTexture.h"
@@ -10,6 +11,11 @@
 namespace vexplot {
 
 namespace {
+
+// Batches a software renderer may have queued while the next is binned,
+// and how long to wait for the oldest before going on regardless.
+constexpr size_t kBatchesInFlight = 2;
+constexpr GLuint64 kFenceTimeoutNs = 10'000'000'000;
 
 std::string Source(const char* common, const char* body) {
     std::string source = "#version 330 core\n";
@@ -55,6 +61,32 @@ SurfaceRenderer::Range SurfaceRenderer::ShownNodes(double first, double last, in
     const auto lo = static_cast<int32_t>(std::clamp(std::floor(a) - 1, 0.0, double(count - 1)));
     const auto hi = static_cast<int32_t>(std::clamp(std::ceil(b) + 1, 0.0, double(count - 1)));
     return {lo, hi - lo + 1};
+}
+
+template <typename DrawRows>
+void SurfaceRenderer::InBatches(const Frame& frame, int32_t rows, uint64_t primitivesPerRow, DrawRows draw) {
+    if (rows <= 0) return;
+    uint64_t perBatch = uint64_t(rows);
+    if (frame.batchPrimitives > 0)
+        perBatch = std::max<uint64_t>(frame.batchPrimitives / std::max<uint64_t>(primitivesPerRow, 1), 1);
+    const auto batch = static_cast<int32_t>(std::min<uint64_t>(perBatch, uint64_t(rows)));
+    // A flush alone does not bound the memory: the rasteriser queues many
+    // scenes and the binning thread can run far ahead of it. A fence per
+    // batch, waited for kBatchesInFlight batches later, keeps binning and
+    // rasterising overlapped with at most that many batches queued.
+    std::deque<GLsync> fences;
+    for (int32_t first = 0; first < rows; first += batch) {
+        draw(first, std::min(batch, rows - first));
+        if (first + batch >= rows) break;
+        fences.push_back(glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0));
+        glFlush();
+        if (fences.size() > kBatchesInFlight) {
+            glClientWaitSync(fences.front(), GL_SYNC_FLUSH_COMMANDS_BIT, kFenceTimeoutNs);
+            glDeleteSync(fences.front());
+            fences.pop_front();
+        }
+    }
+    for (GLsync fence : fences) glDeleteSync(fence);
 }
 
 void SurfaceRenderer::Bind(const GlProgram& program, const Layer& layer, const HeightField::Level& level,
@@ -107,7 +139,12 @@ void SurfaceRenderer::DrawFilled(const Layer& layer, const HeightField::Level& l
     if (xs.count < 2 || ys.count < 2) return;
     Bind(surface_, layer, level, box, frame, xs.first, ys.first);
     glUniform1i(surface_.Uniform("smoothShading"), layer.shading == ShadingMode::Smooth ? 1 : 0);
-    glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 2 * ys.count, xs.count - 1);
+    // One instance per row of cells along y: a strip of two triangles a cell.
+    const GLint firstNode = surface_.Uniform("firstNode");
+    InBatches(frame, xs.count - 1, 2 * uint64_t(ys.count - 1), [&](int32_t first, int32_t rows) {
+        glUniform2i(firstNode, xs.first + first, ys.first);
+        glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 2 * ys.count, rows);
+    });
 }
 
 void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, const SceneBox& box,
@@ -121,31 +158,52 @@ void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, 
         DrawFilled(layer, level, box, frame);
         break;
     case GraphStyle::Wireframe:
-    case GraphStyle::Lines:
+    case GraphStyle::Lines: {
         Bind(lines_, layer, level, box, frame, xs.first, ys.first);
+        const GLint firstNode = lines_.Uniform("firstNode");
+        // Instances are lines of nodes along y, then (wireframe) along x.
         glUniform1i(lines_.Uniform("alongX"), 0);
-        glDrawArraysInstanced(GL_LINE_STRIP, 0, ys.count, xs.count);
+        InBatches(frame, xs.count, uint64_t(ys.count), [&](int32_t first, int32_t count) {
+            glUniform2i(firstNode, xs.first + first, ys.first);
+            glDrawArraysInstanced(GL_LINE_STRIP, 0, ys.count, count);
+        });
         if (layer.style == GraphStyle::Wireframe) {
             glUniform1i(lines_.Uniform("alongX"), 1);
-            glDrawArraysInstanced(GL_LINE_STRIP, 0, xs.count, ys.count);
+            InBatches(frame, ys.count, uint64_t(xs.count), [&](int32_t first, int32_t count) {
+                glUniform2i(firstNode, xs.first, ys.first + first);
+                glDrawArraysInstanced(GL_LINE_STRIP, 0, xs.count, count);
+            });
         }
         break;
-    case GraphStyle::Points:
+    }
+    case GraphStyle::Points: {
         if (layer.pointStyle == PointStyle::None) break;
         Bind(points_, layer, level, box, frame, xs.first, ys.first);
         glUniform1i(points_.Uniform("nodesPerRow"), ys.count);
         glUniform1f(points_.Uniform("pointSize"), std::max(layer.pointSize * frame.pixelRatio, 1.0f));
         glUniform1i(points_.Uniform("symbol"), static_cast<int>(layer.pointStyle));
-        glDrawArrays(GL_POINTS, 0, xs.count * ys.count);
+        const GLint firstNode = points_.Uniform("firstNode");
+        // A point is a quad (two triangles) to the rasteriser.
+        InBatches(frame, xs.count, 2 * uint64_t(ys.count), [&](int32_t first, int32_t rows) {
+            glUniform2i(firstNode, xs.first + first, ys.first);
+            glDrawArrays(GL_POINTS, 0, rows * ys.count);
+        });
         break;
-    case GraphStyle::Barchart:
+    }
+    case GraphStyle::Barchart: {
         Bind(bars_, layer, level, box, frame, xs.first, ys.first);
         glUniform1i(bars_.Uniform("nodesPerRow"), ys.count);
         glUniform1f(bars_.Uniform("baseZ"), static_cast<float>(-box.Half().z));
         glUniform3f(bars_.Uniform("eyePosition"), static_cast<float>(frame.eye.x), static_cast<float>(frame.eye.y),
                     static_cast<float>(frame.eye.z));
-        glDrawArrays(GL_TRIANGLES, 0, 30 * xs.count * ys.count);
+        const GLint firstNode = bars_.Uniform("firstNode");
+        // Ten triangles a bar.
+        InBatches(frame, xs.count, 10 * uint64_t(ys.count), [&](int32_t first, int32_t rows) {
+            glUniform2i(firstNode, xs.first + first, ys.first);
+            glDrawArrays(GL_TRIANGLES, 0, 30 * rows * ys.count);
+        });
         break;
+    }
     }
     glBindVertexArray(0);
 }

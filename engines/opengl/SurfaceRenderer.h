@@ -24,6 +24,12 @@ public:
         int32_t paletteSize;
         float lineWidth;   // target pixels
         float pixelRatio;  // target pixels per logical pixel, for the layers' point sizes
+        // Primitives per draw call, 0 for one call per style. A software
+        // rasteriser bins every primitive it has not yet rasterised in host
+        // memory (about 140 bytes a triangle): drawing in batches, with few
+        // of them in flight, keeps that to a few batches' worth instead of
+        // a few hundred thousand cells'.
+        uint32_t batchPrimitives = 0;
     };
 
     SurfaceRenderer();
@@ -39,6 +45,12 @@ private:
     void Bind(const GlProgram& program, const Layer& layer, const HeightField::Level& level, const SceneBox& box,
               const Frame& frame, int32_t ix0, int32_t iy0);
     static Range ShownNodes(double first, double last, int32_t count, double shownMin, double shownMax);
+    // Calls draw(first, count) over the rows [0, rows) of `primitivesPerRow`
+    // primitives each, in batches of whole rows within frame.batchPrimitives
+    // (at least one row), waiting before each batch until at most two
+    // earlier ones are still being rasterised; one call when batching is off.
+    template <typename DrawRows>
+    static void InBatches(const Frame& frame, int32_t rows, uint64_t primitivesPerRow, DrawRows draw);
 
     GlProgram surface_;
     GlProgram lines_;

@@ -276,13 +276,20 @@ HeightField::Level View3D::LevelFor(Layer& layer, int32_t detail, uint64_t pixel
     return factor > 1 ? layer.field.Reduced(factor, *reduce_) : layer.field.Full();
 }
 
+uint32_t View3D::BatchPrimitives() const { return engine_.SoftwareRenderer() ? kSoftwareBatchPrimitives : 0; }
+
 void View3D::DrawScene(const SceneBox& box, const Projector& projector, const PixelScale& scale,
                        const std::vector<std::pair<const Layer*, HeightField::Level>>& draws) {
     if (draws.empty()) return;
     const Vec3 eye = (camera_.Position() - camera_.Center()).Normalized();
-    const SurfaceRenderer::Frame frame{projector.viewProjection, (eye + Vec3{0, 0, 0.8}).Normalized(),
-                                       camera_.Position(), &engine_.Palette(), static_cast<int32_t>(engine_.PaletteColors().size()),
-                                       scale(lineWidth_), static_cast<float>(scale.Ratio())};
+    const SurfaceRenderer::Frame frame{projector.viewProjection,
+                                       (eye + Vec3{0, 0, 0.8}).Normalized(),
+                                       camera_.Position(),
+                                       &engine_.Palette(),
+                                       static_cast<int32_t>(engine_.PaletteColors().size()),
+                                       scale(lineWidth_),
+                                       static_cast<float>(scale.Ratio()),
+                                       BatchPrimitives()};
     // Clip planes cost the software rasteriser a clipping stage for every
     // triangle: only zoomed views need them.
     const bool clip = visibleRange_.has_value();
@@ -425,14 +432,21 @@ HRESULT View3D::Pick(int32_t px, int32_t py, Point3* point) {
     // and turn the depth found there back into a scene point.
     float depth = 1.0f;
     try {
-        pickTarget_->Ensure(width_, height_, 1);
-        pickTarget_->Bind();
+        // The scene's target holds nothing between renders (the cache has
+        // the picture): where it is single-sampled anyway, as on a software
+        // renderer, picking draws there rather than into a second
+        // framebuffer of the window's size.
+        RenderTarget& pickTarget = engine_.SoftwareRenderer() ? *target_ : *pickTarget_;
+        pickTarget.Ensure(width_, height_, 1);
+        pickTarget.Bind();
         glEnable(GL_SCISSOR_TEST);
         glScissor(px, height_ - 1 - py, 1, 1);
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         glEnable(GL_DEPTH_TEST);
+        // No batches: the scissor culls every triangle away from the pixel
+        // before it is binned.
         const SurfaceRenderer::Frame frame{projector.viewProjection, {0, 0, 1}, camera_.Position(), &engine_.Palette(),
-                                           static_cast<int32_t>(engine_.PaletteColors().size()), 1.0f, 1.0f};
+                                           static_cast<int32_t>(engine_.PaletteColors().size()), 1.0f, 1.0f, 0};
         for (int i = 0; i < 4; ++i) glEnable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
         for (auto& [id, layer] : layers_)
             if (layer && layer->Drawable()) surfaces_->DrawFilled(*layer, layer->field.Full(), box, frame);
@@ -521,19 +535,17 @@ HRESULT View3D::SetGrid(const double* values, int32_t xCount, int32_t yCount, co
     if (xCount < 1 || yCount < 1) return E_INVALIDARG;
     if (!Ready()) return E_FAIL;
     Layer& layer = Current();
+    // The old grid goes first, so that a new one of its size is not held
+    // beside it; the same grid still held by the 2-D device is shared.
+    layer.field.Release();
     try {
-        layer.field.Upload(values, xCount, yCount);
+        layer.field.Assign(engine_.ShareGrid(values, xCount, yCount));
     } catch (const std::bad_alloc&) {
         layer.hasGrid = false;
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {
         layer.hasGrid = false;
         return E_INVALIDARG;
-    }
-    if (glGetError() == GL_OUT_OF_MEMORY) {
-        layer.field.Release();
-        layer.hasGrid = false;
-        return E_OUTOFMEMORY;
     }
     layer.extent = *extent;
     layer.hasGrid = true;

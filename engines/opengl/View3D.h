@@ -36,6 +36,12 @@ public:
     // renderer always uses one: there 2 or 4 samples cost 3 to 5 times the
     // frame (measured with llvmpipe on two cores).
     static constexpr int32_t kRestSamples = 4;
+    // Primitives a software renderer gets per batch. It keeps every binned
+    // triangle it has not rasterised yet in host memory, about 140 bytes
+    // each: a frame at rest drawn in one call peaked some 60 MiB above the
+    // picture itself; batches of this size (two in flight) keep it to a
+    // few MiB at no cost in frame time.
+    static constexpr uint32_t kSoftwareBatchPrimitives = 1u << 14;
 
     explicit View3D(EngineContext& engine);
     // Frees every GL object while the context still exists; afterwards
@@ -124,6 +130,8 @@ private:
     static uint64_t ProjectedPixels(const SceneBox& box, const Projector& projector);
     // Screen pixels a cell of `style` needs at least to be told apart.
     static uint64_t PixelsPerCell(GraphStyle style);
+    // SurfaceRenderer::Frame::batchPrimitives for this context.
+    uint32_t BatchPrimitives() const;
     HeightField::Level LevelFor(Layer& layer, int32_t detail, uint64_t pixels, const SceneBox& box);
     HRESULT Render(const ImageBuffer& target, int32_t detail);
     // Renders the pending detail into the cache at the given size and
