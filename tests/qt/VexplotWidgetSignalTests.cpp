@@ -4,12 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "com/ClassRegistry.h"
 #include "com/ConnectionPoint.h"
+#include "BuildTreeEngine.h"
 #include "control/CUI_VexplotCtrl.h"
-#include "engine/EngineClasses.h"
 #include "qt/VexplotWidget.h"
-#include "settings/CRegistryKey.h"
 
 namespace vexplot {
 namespace {
@@ -19,13 +17,7 @@ namespace {
 // exists), so the path through the connection point is the real one.
 class VexplotWidgetSignalTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        CRegistryKey key;
-        ASSERT_NE(key.OpenUnder(RootKey::CurrentUser, InprocServerKey(CLSID_OpenGLEngine)), 0);
-        key.WriteString("", VEXPLOT_OPENGL_PLUGIN_PATH);
-        ASSERT_NE(key.Open("Engine"), 0);
-        key.WriteString("OpenGL", CLSID_OpenGLEngine.ToString());
-    }
+    static void SetUpTestSuite() { RegisterBuildTreeEngine(); }
 
     void SetUp() override {
         widget = std::make_unique<VexplotWidget>();

@@ -6,12 +6,10 @@
 #include <QMouseEvent>
 #include <set>
 
-#include "com/ClassRegistry.h"
+#include "BuildTreeEngine.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
-#include "engine/EngineClasses.h"
 #include "qt/VexplotWidget.h"
-#include "settings/CRegistryKey.h"
 
 namespace vexplot {
 namespace {
@@ -20,13 +18,7 @@ namespace {
 // registered in the tests' in-memory settings store.
 class VexplotWidgetTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        CRegistryKey key;
-        ASSERT_NE(key.OpenUnder(RootKey::CurrentUser, InprocServerKey(CLSID_OpenGLEngine)), 0);
-        key.WriteString("", VEXPLOT_OPENGL_PLUGIN_PATH);
-        ASSERT_NE(key.Open("Engine"), 0);
-        key.WriteString("OpenGL", CLSID_OpenGLEngine.ToString());
-    }
+    static void SetUpTestSuite() { RegisterBuildTreeEngine(); }
 
     void SetUp() override {
         widget = std::make_unique<VexplotWidget>();
