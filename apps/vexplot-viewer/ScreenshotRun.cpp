@@ -167,7 +167,7 @@ void ModalDismisser::Check() {
 }
 
 int RunScreenshot(ViewerWindow& window, const ModalDismisser& dismisser, const QString& path, QSize size,
-                  const QStringList& files) {
+                  const QStringList& files, bool flatView) {
     window.resize(size);
     window.show();
     if (!window.Plot().IsReady()) return 1;  // the window has said why
@@ -178,6 +178,7 @@ int RunScreenshot(ViewerWindow& window, const ModalDismisser& dismisser, const Q
             return 1;
         }
     }
+    if (flatView) window.ShowFlatView(true);
     if (!WaitForViewPaint(window))
         std::fprintf(stderr, "vexplot-viewer: the view did not paint within %d ms\n", kPaintTimeoutMs);
     ProcessEventsFor(kSettleMs);

@@ -35,7 +35,8 @@ private:
 // picture's pixels. Returns the process's exit code: 0 on success, 1 when
 // no engine is running, a file fails, a dialog had to be dismissed or the
 // picture cannot be written.
+// `flatView` shows the plot in its 2-D view rather than the 3-D one.
 int RunScreenshot(ViewerWindow& window, const ModalDismisser& dismisser, const QString& path, QSize size,
-                  const QStringList& files);
+                  const QStringList& files, bool flatView);
 
 }  // namespace vexplot

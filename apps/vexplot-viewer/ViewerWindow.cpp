@@ -12,6 +12,8 @@
 
 #include <cstdio>
 
+#include "control/CUI_VexplotCtrl.h"
+#include "control/CommandIds.h"
 #include "qt/VexplotWidget.h"
 
 namespace vexplot {
@@ -97,6 +99,10 @@ bool ViewerWindow::OpenFile(const QString& path, QString* error) {
     }
     setWindowTitle(QString("%1 - %2").arg(kAppName, QFileInfo(path).fileName()));
     return true;
+}
+
+void ViewerWindow::ShowFlatView(bool flat) {
+    if (plot_->IsReady()) plot_->Control().OnCommand(flat ? cmd::k2DMode : cmd::k3DMode);
 }
 
 void ViewerWindow::OpenFiles(const QStringList& paths) {

@@ -28,6 +28,9 @@ public:
     // Loads each file, telling the user in a message box about those that
     // fail.
     void OpenFiles(const QStringList& paths);
+    // Switches the plot to its flat (2-D) view or back to the 3-D view, as
+    // the pop-up menu's "2D Mode" and "3D Mode" do.
+    void ShowFlatView(bool flat);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;

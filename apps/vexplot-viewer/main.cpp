@@ -1,5 +1,6 @@
-// `vexplot-viewer [FILES...]`: the control in a window of its own, showing
-// the data files given, dropped on it or chosen from its File menu.
+// `vexplot-viewer [--view 2d|3d] [FILES...]`: the control in a window of its
+// own, showing the data files given, dropped on it or chosen from its File
+// menu.
 //
 // `vexplot-viewer --screenshot PATH [--size WxH] [FILES...]` saves a picture
 // of the window once the plot has drawn, and exits.
@@ -40,8 +41,10 @@ int main(int argc, char** argv) {
     parser.addHelpOption();
     const QCommandLineOption screenshot("screenshot", "Save a picture of the window to PATH and exit.", "PATH");
     const QCommandLineOption sizeOption("size", "Window size, e.g. 1100x800.", "WxH");
+    const QCommandLineOption viewOption("view", "Start in the 2d or the 3d view (default 3d).", "2d|3d", "3d");
     parser.addOption(screenshot);
     parser.addOption(sizeOption);
+    parser.addOption(viewOption);
     parser.addPositionalArgument("files", "Data files to show.", "[FILES...]");
     parser.process(app);
 
@@ -54,12 +57,18 @@ int main(int argc, char** argv) {
         }
         size = *parsed;
     }
+    const QString view = parser.value(viewOption);
+    if (view != "2d" && view != "3d") {
+        std::fprintf(stderr, "vexplot-viewer: --view wants 2d or 3d\n");
+        return 2;
+    }
+    const bool flatView = view == "2d";
     const QStringList files = parser.positionalArguments();
 
     if (parser.isSet(screenshot)) {
         const vexplot::ModalDismisser dismisser;
         vexplot::ViewerWindow window(false);
-        return vexplot::RunScreenshot(window, dismisser, parser.value(screenshot), size, files);
+        return vexplot::RunScreenshot(window, dismisser, parser.value(screenshot), size, files, flatView);
     }
 
     vexplot::ViewerWindow window(true);
@@ -67,6 +76,9 @@ int main(int argc, char** argv) {
     window.show();
     // After the window is up, so that a failing file's message box has it
     // as its parent on screen.
-    QTimer::singleShot(0, &window, [&window, files] { window.OpenFiles(files); });
+    QTimer::singleShot(0, &window, [&window, files, flatView] {
+        window.OpenFiles(files);
+        if (flatView) window.ShowFlatView(true);
+    });
     return app.exec();
 }

@@ -1,12 +1,13 @@
 # Runs the viewer on a virtual X server and checks its picture.
-# Variables: XVFB_RUN, VEXPLOT, PLUGIN, VIEWER, CHECKER, DATA, WORK_DIR, ROLES (comma-separated).
+# Variables: XVFB_RUN, VEXPLOT, PLUGIN, VIEWER, CHECKER, DATA, WORK_DIR, ROLES (comma-separated),
+# VIEW (2d or 3d), NAME (the picture's name in the artifacts).
 # Without xvfb-run it stops with a message the test reports as skipped.
 if(NOT XVFB_RUN)
   message(FATAL_ERROR "SKIPPED: xvfb-run not found")
 endif()
 
-set(registry ${WORK_DIR}/viewer-registry.db)
-set(picture ${WORK_DIR}/artifacts/viewer.png)
+set(registry ${WORK_DIR}/${NAME}-registry.db)
+set(picture ${WORK_DIR}/artifacts/${NAME}.png)
 file(REMOVE ${registry} ${registry}-wal ${registry}-shm ${picture} ${picture}.json)
 file(MAKE_DIRECTORY ${WORK_DIR}/artifacts)
 set(ENV{VEXPLOT_REGISTRY} ${registry})
@@ -30,7 +31,7 @@ foreach(setting "${product};Visible;1" "${product}\\Legend;AutoHide;0" "${produc
 endforeach()
 
 execute_process(COMMAND ${XVFB_RUN} -a -s "-screen 0 1280x1024x24"
-                        ${VIEWER} --screenshot ${picture} --size 1100x800 ${DATA}
+                        ${VIEWER} --screenshot ${picture} --size 1100x800 --view ${VIEW} ${DATA}
                 RESULT_VARIABLE status TIMEOUT 120)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "vexplot-viewer --screenshot failed (${status})")
