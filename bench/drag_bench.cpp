@@ -26,7 +26,7 @@
 #include "PeaksGrid.h"
 #include "com/ComError.h"
 #include "control/CUI_VexplotCtrl.h"
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 #include "dataobject/GraphDataClass.h"
 #include "qt/VexplotWidget.h"
 

@@ -19,7 +19,7 @@
 #include <vector>
 
 #include "ViewerWindow.h"
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 #include "qt/VexplotWidget.h"
 
 namespace vexplot {

@@ -3,12 +3,12 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "opengl/EngineContext.h"
-#include "opengl/TextPainter.h"
-#include "opengl/View3D.h"
+#include "opengl/gl/EngineContext.h"
+#include "opengl/text/TextPainter.h"
+#include "opengl/view3d/View3D.h"
 
-#if __has_include("opengl/Device2D.h")
-#include "opengl/Device2D.h"
+#if __has_include("opengl/flat/Device2D.h")
+#include "opengl/flat/Device2D.h"
 #define VEXPLOT_HAVE_DEVICE2D 1
 #endif
 

@@ -14,7 +14,7 @@
 #include "control/CommandTable.h"
 #include "control/ControlSettings.h"
 #include "control/EngineHost.h"
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 #include "model/CGD_Axis.h"
 #include "model/CGD_GraphObjectList.h"
 #include "model/CGD_Palette.h"

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "control/MenuModel.h"
-#include "control/WindowInput.h"
+#include "site/MenuModel.h"
+#include "site/WindowInput.h"
 
 namespace vexplot {
 

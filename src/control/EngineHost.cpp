@@ -5,7 +5,7 @@
 
 #include "com/ClassRegistry.h"
 #include "com/Guid.h"
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 #include "control/StringTable.h"
 #include "settings/CRegistryKey.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 
 namespace vexplot {
 

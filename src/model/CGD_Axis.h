@@ -11,7 +11,7 @@
 #include "model/ArchiveObject.h"
 #include "model/LogicalFont.h"
 #include "model/NumberFormat.h"
-#include "ui/IInfoWindow.h"
+#include "model/IInfoWindow.h"
 
 namespace vexplot {
 

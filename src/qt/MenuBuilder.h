@@ -2,7 +2,7 @@
 #include <functional>
 #include <string>
 
-#include "control/MenuModel.h"
+#include "site/MenuModel.h"
 
 class QAction;
 class QMenu;

@@ -4,7 +4,7 @@
 #include <map>
 #include <memory>
 
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 
 class QTimer;
 

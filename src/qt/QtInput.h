@@ -1,7 +1,7 @@
 #pragma once
 #include <optional>
 
-#include "control/WindowInput.h"
+#include "site/WindowInput.h"
 
 class QKeyEvent;
 class QMouseEvent;

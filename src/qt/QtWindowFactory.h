@@ -1,7 +1,7 @@
 #pragma once
 #include <Qt>
 
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 
 class QWidget;
 

@@ -2,7 +2,7 @@
 #include <QImage>
 #include <QWidget>
 
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 
 namespace vexplot {
 

@@ -4,7 +4,7 @@
 #include <QVariantAnimation>
 #include <algorithm>
 
-#include "control/WindowInput.h"
+#include "site/WindowInput.h"
 #include "ui/LegendAnimation.h"
 
 namespace vexplot {

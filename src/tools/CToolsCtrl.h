@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
-#include "control/IControlSite.h"
-#include "control/MenuModel.h"
+#include "site/IControlSite.h"
+#include "site/MenuModel.h"
 #include "tools/ButtonPicture.h"
 
 namespace vexplot {

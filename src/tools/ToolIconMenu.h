@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "control/MenuModel.h"
+#include "site/MenuModel.h"
 #include "model/RgbaRaster.h"
 #include "tools/ButtonPicture.h"
 

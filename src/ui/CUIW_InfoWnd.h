@@ -3,9 +3,9 @@
 #include <functional>
 #include <string_view>
 
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 #include "model/LogicalFont.h"
-#include "ui/IInfoWindow.h"
+#include "model/IInfoWindow.h"
 #include "ui/InfoCaption.h"
 #include "ui/InfoEntryList.h"
 #include "ui/InfoLayout.h"

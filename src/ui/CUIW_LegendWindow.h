@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 #include "model/RgbaRaster.h"
 #include "ui/LegendAnimation.h"
 

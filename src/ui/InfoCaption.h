@@ -2,7 +2,7 @@
 #include <array>
 #include <cstdint>
 
-#include "control/WindowInput.h"
+#include "site/WindowInput.h"
 #include "engine/IGraphEngine.h"
 
 namespace vexplot {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/IInfoWindow.h"
+#include "model/IInfoWindow.h"
 
 namespace vexplot {
 

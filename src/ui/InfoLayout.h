@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 #include "ui/InfoEntryList.h"
 
 namespace vexplot {

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "control/WindowInput.h"
+#include "site/WindowInput.h"
 #include "engine/IGraphEngine.h"
 
 namespace vexplot {

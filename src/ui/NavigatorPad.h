@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "control/IControlSite.h"
+#include "site/IControlSite.h"
 
 namespace vexplot {
 

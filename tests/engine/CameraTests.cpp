@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "opengl/Camera.h"
-#include "opengl/Projector.h"
+#include "opengl/view3d/Camera.h"
+#include "opengl/view3d/Projector.h"
 
 using namespace vexplot;
 

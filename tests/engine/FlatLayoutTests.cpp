@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "opengl/FlatLayout.h"
+#include "opengl/flat/FlatLayout.h"
 
 namespace vexplot {
 namespace {

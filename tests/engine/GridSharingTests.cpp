@@ -9,14 +9,14 @@
 
 #include "View3DTestSupport.h"
 #include "engine/IGraphDevice2D.h"
-#include "opengl/Camera.h"
-#include "opengl/EglContext.h"
-#include "opengl/EngineContext.h"
-#include "opengl/GridTexture.h"
-#include "opengl/PaletteTexture.h"
-#include "opengl/RenderTarget.h"
-#include "opengl/SurfaceRenderer.h"
-#include "opengl/TextPainter.h"
+#include "opengl/view3d/Camera.h"
+#include "opengl/gl/EglContext.h"
+#include "opengl/gl/EngineContext.h"
+#include "opengl/gl/GridTexture.h"
+#include "opengl/gl/PaletteTexture.h"
+#include "opengl/gl/RenderTarget.h"
+#include "opengl/view3d/SurfaceRenderer.h"
+#include "opengl/text/TextPainter.h"
 
 namespace vexplot {
 namespace {

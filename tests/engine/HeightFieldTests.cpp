@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "opengl/EglContext.h"
-#include "opengl/HeightField.h"
+#include "opengl/gl/EglContext.h"
+#include "opengl/view3d/HeightField.h"
 
 using namespace vexplot;
 

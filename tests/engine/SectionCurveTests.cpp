@@ -4,7 +4,7 @@
 #include <limits>
 #include <vector>
 
-#include "opengl/SectionCurve.h"
+#include "opengl/flat/SectionCurve.h"
 
 namespace vexplot {
 namespace {

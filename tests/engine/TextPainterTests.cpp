@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "opengl/TextPainter.h"
+#include "opengl/text/TextPainter.h"
 
 namespace vexplot {
 namespace {
