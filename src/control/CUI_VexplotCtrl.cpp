@@ -31,6 +31,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     labels_ = {settings_.axes[0].label, settings_.axes[1].label, settings_.axes[2].label};
     points_.Add(kEventsIid);
     points_.Add(kExEventsIid);
+    AddViewCommands();
 }
 
 CUI_VexplotCtrl::~CUI_VexplotCtrl() { Destroy(); }

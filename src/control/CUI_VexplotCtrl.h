@@ -11,6 +11,7 @@
 #include "com/ConnectionPointList.h"
 #include "com/IConnectionPoint.h"
 #include "com/Variant.h"
+#include "control/CommandRouter.h"
 #include "control/CommandTable.h"
 #include "control/ControlSettings.h"
 #include "control/EngineHost.h"
@@ -181,6 +182,10 @@ public:
     // Carries out a menu or accelerator command; commands that are not
     // available now (CommandState) do nothing.
     void OnCommand(int32_t command) override;
+    // The same for a host or a script: a command by its identifier (the
+    // CommandIds.h values), exactly as if the user had chosen it. False when
+    // the command is unknown or not available now.
+    bool DoCommand(int32_t command);
     // Whether a command of the pop-up menu is available and checked now.
     CommandTable::EntryState CommandState(int32_t command);
     // The pop-up menu as it stands now.
@@ -428,7 +433,9 @@ private:
     void BeginDrag(const MouseEvent& event);
     void ContinueDrag(const MouseEvent& event);
     void EndDrag();
-    bool OnCommandHandled(int32_t command);
+    // Each group of commands adds its entries to commands_ once, at
+    // construction.
+    void AddViewCommands();
 
     // auxiliary windows (CUI_VexplotCtrlWindows.cpp):
     void CreateTitleButtons();
@@ -527,6 +534,7 @@ private:
     std::array<std::string, 3> labels_;              // the axes' label texts now shown
     CGD_Palette palette_;
     ConnectionPointList points_;
+    CommandRouter commands_;
     std::vector<ErrorListener> errorListeners_;
     std::optional<WindowVisibility> visibility_;
     PixelRect rect_{};

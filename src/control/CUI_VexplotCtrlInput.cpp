@@ -144,47 +144,44 @@ void CUI_VexplotCtrl::ShowContextMenu(int32_t x, int32_t y) {
     if (const int32_t command = site_->TrackPopupMenu(view, PopupMenu(), PixelPoint{x, y})) OnCommand(command);
 }
 
-CommandTable::EntryState CUI_VexplotCtrl::CommandState(int32_t command) {
-    const WindowVisibility v = ReadVisibility();
-    switch (command) {
-        case cmd::k2DMode: return {true, viewMode_ == 0};
-        case cmd::k3DMode: return {GetView3D() != nullptr, viewMode_ == 1};
-        case cmd::kGraphTitle: return {true, v.title};
-        case cmd::kInfoWindow: return {HasWindow(WindowRole::InfoWindow) || HasWindow(WindowRole::InfoPopup), v.info};
-        case cmd::kLegendWindow: return {HasWindow(WindowRole::LegendWindow), v.legend};
-        case cmd::kNavigatorWindow: return {GetView3D() != nullptr, v.navigator};
-        case cmd::kStatusBar: return {true, v.status};
-        default: return {false, false};  // the commands of the tools, files, export and dialogs come later
-    }
-}
+CommandTable::EntryState CUI_VexplotCtrl::CommandState(int32_t command) { return commands_.StateOf(command); }
 
-bool CUI_VexplotCtrl::OnCommandHandled(int32_t command) {
-    if (!CommandState(command).enabled) return false;
-    auto toggle = [this](bool WindowVisibility::*flag) {
-        WindowVisibility v = ReadVisibility();
-        v.*flag = !(v.*flag);
-        *visibility_ = v;
-        ApplyVisibility(&v);
-        RecalcLayout();
+// The view and window commands; the other groups add theirs beside.
+void CUI_VexplotCtrl::AddViewCommands() {
+    auto shown = [this](bool WindowVisibility::*flag, WindowRole a, WindowRole b) {
+        return [this, flag, a, b] {
+            return CommandTable::EntryState{HasWindow(a) || HasWindow(b), ReadVisibility().*flag};
+        };
     };
-    switch (command) {
-        case cmd::k2DMode: SetViewMode(0); return true;
-        case cmd::k3DMode: SetViewMode(1); return true;
-        case cmd::kGraphTitle: toggle(&WindowVisibility::title); return true;
-        case cmd::kInfoWindow: toggle(&WindowVisibility::info); return true;
-        case cmd::kLegendWindow: toggle(&WindowVisibility::legend); return true;
-        case cmd::kNavigatorWindow: toggle(&WindowVisibility::navigator); return true;
-        case cmd::kStatusBar: toggle(&WindowVisibility::status); return true;
-        default: return false;
-    }
+    auto toggle = [this](bool WindowVisibility::*flag) {
+        return [this, flag] {
+            WindowVisibility v = ReadVisibility();
+            v.*flag = !(v.*flag);
+            *visibility_ = v;
+            ApplyVisibility(&v);
+            RecalcLayout();
+        };
+    };
+    auto has3D = [this](bool checked) { return CommandTable::EntryState{GetView3D() != nullptr, checked}; };
+    commands_.Add(cmd::k2DMode, [this] { return CommandTable::EntryState{true, viewMode_ == 0}; },
+                  [this] { SetViewMode(0); });
+    commands_.Add(cmd::k3DMode, [this, has3D] { return has3D(viewMode_ == 1); }, [this] { SetViewMode(1); });
+    commands_.Add(cmd::kGraphTitle, [this] { return CommandTable::EntryState{true, ReadVisibility().title}; },
+                  toggle(&WindowVisibility::title));
+    commands_.Add(cmd::kInfoWindow, shown(&WindowVisibility::info, WindowRole::InfoWindow, WindowRole::InfoPopup),
+                  toggle(&WindowVisibility::info));
+    commands_.Add(cmd::kLegendWindow,
+                  shown(&WindowVisibility::legend, WindowRole::LegendWindow, WindowRole::LegendWindow),
+                  toggle(&WindowVisibility::legend));
+    commands_.Add(cmd::kNavigatorWindow, [this, has3D] { return has3D(ReadVisibility().navigator); },
+                  toggle(&WindowVisibility::navigator));
+    commands_.Add(cmd::kStatusBar, [this] { return CommandTable::EntryState{true, ReadVisibility().status}; },
+                  toggle(&WindowVisibility::status));
+    commands_.Add(cmd::kOpenMenu, {}, [this] { ShowContextMenu(0, 0); });
 }
 
-void CUI_VexplotCtrl::OnCommand(int32_t command) {
-    if (command == cmd::kOpenMenu) {
-        ShowContextMenu(0, 0);
-        return;
-    }
-    OnCommandHandled(command);
-}
+void CUI_VexplotCtrl::OnCommand(int32_t command) { commands_.Run(command); }
+
+bool CUI_VexplotCtrl::DoCommand(int32_t command) { return commands_.Run(command); }
 
 }  // namespace vexplot

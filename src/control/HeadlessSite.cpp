@@ -92,6 +92,31 @@ int32_t HeadlessSite::MessageBox(const std::string& text, const std::string& cap
     return buttons == MessageButtons::YesNo ? kAnswerYes : kAnswerOk;
 }
 
+int32_t HeadlessSite::RunDialog(IDialogLogic& dialog) {
+    dialogsRun_.emplace_back(dialog.DialogName());
+    const auto it = dialogScripts_.find(dialog.DialogName());
+    if (it == dialogScripts_.end()) {
+        std::fprintf(log_, "Vexplot: dialog \"%s\" cancelled: nobody to answer it\n", dialogsRun_.back().c_str());
+        return kAnswerCancel;
+    }
+    return it->second(dialog);
+}
+
+bool HeadlessSite::OpenModelessDialog(IDialogLogic& dialog) {
+    RunDialog(dialog);
+    return true;
+}
+
+void HeadlessSite::CloseModelessDialog(IDialogLogic&) {}
+
+void HeadlessSite::AnswerDialog(std::string name, DialogScript script) {
+    if (script) {
+        dialogScripts_[std::move(name)] = std::move(script);
+    } else {
+        dialogScripts_.erase(name);
+    }
+}
+
 std::optional<EngineEntry> HeadlessSite::ChooseEngine(const std::vector<EngineEntry>& engines) {
     for (const EngineEntry& e : engines) {
         if (!offeredEngines_.insert(e.name).second) continue;

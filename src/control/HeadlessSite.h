@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -38,6 +39,11 @@ public:
     void Invalidate(WindowHandle window, const PixelRect* rect, bool erase) override;
     int32_t MessageBox(const std::string& text, const std::string& caption, MessageButtons buttons) override;
     std::optional<EngineEntry> ChooseEngine(const std::vector<EngineEntry>& engines) override;
+    // A dialog with a script (AnswerDialog) is played by it; any other is
+    // printed to the log and cancelled.
+    int32_t RunDialog(IDialogLogic& dialog) override;
+    bool OpenModelessDialog(IDialogLogic& dialog) override;
+    void CloseModelessDialog(IDialogLogic& dialog) override;
     void SetTimer(WindowHandle window, uint32_t timerId, uint32_t milliseconds) override;
     void KillTimer(WindowHandle window, uint32_t timerId) override;
     void SetCursorShape(WindowHandle, CursorShape) override {}
@@ -63,6 +69,14 @@ public:
     // Lets `milliseconds` pass: every timer due in that time fires once per
     // period elapsed, in the order of their due times.
     void AdvanceTime(uint32_t milliseconds);
+    // Plays the user of every later run of the dialog named `name`: the
+    // script gets the dialog's logic, works its fields as a user would and
+    // returns the answer (kAnswerOk or kAnswerCancel). An empty script
+    // removes the answer. A modeless dialog's script runs when it opens.
+    using DialogScript = std::function<int32_t(IDialogLogic&)>;
+    void AnswerDialog(std::string name, DialogScript script);
+    // The names of the dialogs run or opened so far, in order.
+    const std::vector<std::string>& DialogsRun() const { return dialogsRun_; }
     // Puts the mouse cursor at `point` in the control window's client pixels.
     void SetCursorPosition(PixelPoint point) { cursor_ = point; }
 
@@ -111,6 +125,8 @@ private:
     uint32_t nextBitmap_ = 1;
     std::map<uint32_t, Bitmap> bitmaps_;
     std::set<std::string> offeredEngines_;
+    std::map<std::string, DialogScript, std::less<>> dialogScripts_;
+    std::vector<std::string> dialogsRun_;
     bool cursorShown_ = true;
     PixelPoint cursor_;
 };

@@ -1,4 +1,5 @@
 #include "qt/QtControlSite.h"
+#include "qt/dialogs/QtDialogRegistry.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -204,6 +205,31 @@ std::optional<EngineEntry> QtControlSite::ChooseEngine(const std::vector<EngineE
     const QString chosen = QInputDialog::getItem(host_, "Vexplot", "Graph engine:", names, 0, false, &ok);
     if (!ok) return std::nullopt;
     return engines[static_cast<size_t>(names.indexOf(chosen))];
+}
+
+int32_t QtControlSite::RunDialog(IDialogLogic& dialog) {
+    const QtDialogRegistry::RunModal* run = QtDialogRegistry::BuiltIn().Modal(dialog.DialogName());
+    return run ? (*run)(dialog, host_) : kAnswerCancel;
+}
+
+bool QtControlSite::OpenModelessDialog(IDialogLogic& dialog) {
+    QPointer<QWidget>& open = modeless_[&dialog];
+    if (open) {
+        open->raise();
+        open->activateWindow();
+        return true;
+    }
+    const QtDialogRegistry::OpenModeless* make = QtDialogRegistry::BuiltIn().Modeless(dialog.DialogName());
+    if (make) open = (*make)(dialog, host_);
+    if (!open) modeless_.erase(&dialog);
+    return make && open;
+}
+
+void QtControlSite::CloseModelessDialog(IDialogLogic& dialog) {
+    const auto it = modeless_.find(&dialog);
+    if (it == modeless_.end()) return;
+    delete it->second.data();  // the window goes before the logic it draws
+    modeless_.erase(it);
 }
 
 void QtControlSite::SetTimer(WindowHandle window, uint32_t timerId, uint32_t milliseconds) {

@@ -47,6 +47,10 @@ public:
     void Invalidate(WindowHandle window, const PixelRect* rect, bool erase) override;
     int32_t MessageBox(const std::string& text, const std::string& caption, MessageButtons buttons) override;
     std::optional<EngineEntry> ChooseEngine(const std::vector<EngineEntry>& engines) override;
+    // Dialogs come from QtDialogRegistry::BuiltIn(), over the host's window.
+    int32_t RunDialog(IDialogLogic& dialog) override;
+    bool OpenModelessDialog(IDialogLogic& dialog) override;
+    void CloseModelessDialog(IDialogLogic& dialog) override;
     void SetTimer(WindowHandle window, uint32_t timerId, uint32_t milliseconds) override;
     void KillTimer(WindowHandle window, uint32_t timerId) override;
     void SetCursorShape(WindowHandle window, CursorShape shape) override;
@@ -72,6 +76,9 @@ private:
         IWindowHandler* handler = nullptr;
         bool visible = false;  // as the control set it; an animation may still be drawing
     };
+
+    // The open modeless dialogs by their logic.
+    std::map<const IDialogLogic*, QPointer<QWidget>> modeless_;
 
     Window* Find(WindowHandle window);
     const Window* Find(WindowHandle window) const;

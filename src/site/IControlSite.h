@@ -5,6 +5,7 @@
 #include <variant>
 #include <vector>
 
+#include "site/IDialogLogic.h"
 #include "site/MenuModel.h"
 #include "site/WindowInput.h"
 #include "engine/IGraphEngine.h"
@@ -133,6 +134,18 @@ public:
     // The engine-choice dialog over `engines`: the chosen entry, or nothing
     // when cancelled. It writes no settings; the control does.
     virtual std::optional<EngineEntry> ChooseEngine(const std::vector<EngineEntry>& engines) = 0;
+
+    // dialogs (one call per dialog, whatever the dialog):
+    // Runs `dialog` modally and returns kAnswerOk when the user accepted it
+    // (the logic has then written its values) or kAnswerCancel. A site with
+    // no window for the dialog's name answers kAnswerCancel and changes
+    // nothing.
+    virtual int32_t RunDialog(IDialogLogic& /*dialog*/) { return kAnswerCancel; }
+    // Opens `dialog` without waiting (the data editor); the logic must
+    // outlive its window, so its owner closes it with CloseModelessDialog
+    // before it goes. False when the site has no window for it.
+    virtual bool OpenModelessDialog(IDialogLogic& /*dialog*/) { return false; }
+    virtual void CloseModelessDialog(IDialogLogic& /*dialog*/) {}
 
     // timers of a window: OnTimer every `milliseconds` until killed; a second
     // SetTimer with the same id restarts it.
