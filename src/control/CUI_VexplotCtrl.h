@@ -411,6 +411,18 @@ public:
     HRESULT Invoke(DISPID member, const IID& riid, LCID lcid, uint16_t flags, DispParams* params, Variant* result,
                    ExcepInfo* excepInfo, uint32_t* argErr) override;
 
+    // ---- dialogs (CUI_VexplotCtrlDialogs.cpp) ----
+    // "Control P&roperties": the property sheet over this control's dispatch
+    // interface, run through the site. kAnswerOk when the user accepted it
+    // (its changes are then applied), kAnswerCancel otherwise.
+    int32_t ShowPropertySheet();
+    // "Maximize &View": the full-control view hides the title and status
+    // bars (the pop-up menu stays on Ctrl+F10 and the menu key); leaving it
+    // brings them back as they were. Entering it first shows the message
+    // about the menu, unless the user asked not to see it again.
+    void SetFullControlView(bool on);
+    bool FullControlView() const { return fullView_.has_value(); }
+
     // IConnectionPointContainer:
     HRESULT GetConnectionPointCount(uint32_t* count) override { return points_.Count(count); }
     HRESULT FindConnectionPoint(const IID& iid, IConnectionPoint** out) override { return points_.Find(iid, out); }
@@ -502,6 +514,10 @@ private:
     // The Quality3D flag to the 3-D view: full detail also while moving.
     void ApplyQuality3D();
     void ResendGraphObjects();
+
+    // ---- private: dialogs ----
+    void AddDialogCommands();
+    std::optional<WindowVisibility> fullView_;  // the bars before the full-control view
 
     // ---- private: older-interface methods ----
     void ReportNotImplemented();
