@@ -43,6 +43,12 @@ ViewerWindow::ViewerWindow(bool rememberFiles) : rememberFiles_(rememberFiles) {
         std::fprintf(stderr, "vexplot-viewer: control error 0x%08X: %s\n", static_cast<unsigned>(code),
                      qPrintable(text));
     });
+    // The full-control view hides the viewer's menu bar and status bar too;
+    // Ctrl+F10 and the menu key still open the control's menu.
+    connect(plot_, &VexplotWidget::fullControlViewChanged, this, [this](bool on) {
+        menuBar()->setVisible(!on);
+        statusBar()->setVisible(!on);
+    });
     if (!plot_->IsReady()) TellEngineMissing();
 }
 
@@ -64,6 +70,11 @@ void ViewerWindow::BuildMenus() {
     QAction* quit = file->addAction("&Quit", this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
     RefreshRecentMenu();
+    // The control's own commands; their keys (Alt+Enter, Ctrl+F11) belong
+    // to the control and work while it has the focus.
+    QMenu* plot = menuBar()->addMenu("&Plot");
+    plot->addAction("Control P&roperties...", this, [this] { plot_->Control().DoCommand(cmd::kControlProperties); });
+    plot->addAction("Maximize &View", this, [this] { plot_->Control().DoCommand(cmd::kMaximizeView); });
 }
 
 void ViewerWindow::RefreshRecentMenu() {

@@ -422,6 +422,11 @@ public:
     // about the menu, unless the user asked not to see it again.
     void SetFullControlView(bool on);
     bool FullControlView() const { return fullView_.has_value(); }
+    // Hosts hide their own menus and bars along with the control's: the
+    // listener hears every switch, whoever asked for it (menu, Ctrl+F11, DoCommand).
+    void OnFullControlViewChange(std::function<void(bool on)> listener) {
+        fullViewListeners_.push_back(std::move(listener));
+    }
 
     // IConnectionPointContainer:
     HRESULT GetConnectionPointCount(uint32_t* count) override { return points_.Count(count); }
@@ -518,6 +523,7 @@ private:
     // ---- private: dialogs ----
     void AddDialogCommands();
     std::optional<WindowVisibility> fullView_;  // the bars before the full-control view
+    std::vector<std::function<void(bool)>> fullViewListeners_;
 
     // ---- private: older-interface methods ----
     void ReportNotImplemented();

@@ -49,6 +49,7 @@ void CUI_VexplotCtrl::SetFullControlView(bool on) {
     *visibility_ = v;
     ApplyVisibility(&v);
     RecalcLayout();
+    for (const auto& listener : fullViewListeners_) listener(on);
 }
 
 }  // namespace vexplot

@@ -36,6 +36,7 @@ VexplotWidget::VexplotWidget(QWidget* parent) : QWidget(parent), site_(std::make
     setMinimumSize(200, 150);
     control_ = MakeComObject<CUI_VexplotCtrl>().Detach();
     AdviseEvents();
+    control_->OnFullControlViewChange([this](bool on) { emit fullControlViewChanged(on); });
     // The control window fills the widget; it is created at the widget's
     // current size and follows every resize.
     control_->Create(*site_, PixelRect{0, 0, std::max(width(), 200), std::max(height(), 150)});
