@@ -55,11 +55,11 @@ ControlPropertySheet::Page GeneralPage() {
 ControlPropertySheet::Page ViewPage() {
     return {"3DView",
             {
-                Choice("Quality3D", "Quality", Kind::Radio, {"&Solid", "&WireFrame"}, "Quality"),
+                Choice("Quality3D", "Quality", Kind::Radio, {"S&olid", "&WireFrame"}, "Quality"),
                 Edit("XCamRotation", "&X-axis:", Kind::Real, -1.0, 1.0, "Rotation"),
                 Edit("YCamRotation", "&Y-axis:", Kind::Real, -1.0, 1.0, "Rotation"),
                 Edit("ZCamRotation", "&Z-axis:", Kind::Real, -1.0, 1.0, "Rotation"),
-                Edit("XCamTranslation", "X-a&xis:", Kind::Real, -1.0, 1.0, "Translation"),
+                Edit("XCamTranslation", "X-&axis:", Kind::Real, -1.0, 1.0, "Translation"),
                 Edit("YCamTranslation", "Y-ax&is:", Kind::Real, -1.0, 1.0, "Translation"),
                 Edit("ZCamTranslation", "Z-axi&s:", Kind::Real, -1.0, 1.0, "Translation"),
             }};
