@@ -52,8 +52,8 @@ public:
         double min = 0;
         double max = 0;
         std::vector<std::string> choices;
-        std::string tip;  // swatches: the tool tip; colour chooser title in `chooserTitle`
-        std::string chooserTitle;
+        std::string tip;           // swatches: the tool tip
+        std::string chooserTitle;  // swatches: the colour chooser's title
     };
     struct Page {
         std::string caption;
@@ -87,10 +87,10 @@ public:
     // Whether any field differs from what was last filled or applied.
     bool Changed() const;
 
-    // field values, by property name (asserts nothing: an unknown name reads
-    // as empty and is ignored when set):
-    // Check: VT_BOOL; Colour, List, Radio: VT_I4; Engine, Real, Integer,
-    // Text: VT_BSTR holding what the edit or list shows.
+    // field values, by property name (an unknown name reads as empty and is
+    // ignored when set). Check: VT_BOOL; Colour, List, Radio: VT_I4; Engine,
+    // Real, Integer, Text: VT_BSTR, the text the edit or list shows. A value
+    // of another type is converted; one that cannot be is ignored.
     Variant Value(std::string_view property) const;
     void SetValue(std::string_view property, Variant value);
     // Whether the property exists on the control (fields it lacks are
