@@ -14,4 +14,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # the Python module.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libegl-mesa0, libgl1-mesa-dri, fonts-liberation, python3, python3-numpy")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "xvfb")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/package/prerm)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)
