@@ -62,10 +62,11 @@ if [ "$deb" = "--deb" ]; then
   (cd / && /usr/bin/python3 -c "import vexplot; print('check-install: python3 imports vexplot', vexplot.__version__, 'from', vexplot.__file__)")
   vexplot --version
   dpkg -r vexplot >/dev/null
-  if dpkg -L vexplot >/dev/null 2>&1 || [ -e /usr/bin/vexplot ] || [ -e /usr/lib/python3/dist-packages/vexplot ] \
+  if [ -e /usr/bin/vexplot ] || [ -e /usr/lib/vexplot ] || [ -e /usr/lib/python3/dist-packages/vexplot ] \
      || [ -e /usr/include/vexplot ]; then
     echo "check-install: the package left files behind" >&2
     exit 1
   fi
+  dpkg -P vexplot >/dev/null
   echo "check-install: $(basename "$package") installs and removes cleanly"
 fi
