@@ -1,0 +1,59 @@
+#include "qt/dialogs/PaletteEditorDialog.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "qt/dialogs/ColorBarWidget.h"
+#include "site/IControlSite.h"
+#include "ui/PaletteEditor.h"
+
+namespace vexplot {
+
+PaletteEditorDialog::PaletteEditorDialog(PaletteEditor& logic, QWidget* parent) : QDialog(parent), logic_(logic) {
+    setWindowTitle(tr("Colors"));
+    types_ = new QComboBox(this);
+    for (const char* name : PaletteEditor::TypeNames()) types_->addItem(tr(name));
+    types_->setCurrentIndex(logic_.Type());
+    auto* typeLabel = new QLabel(tr("Palette &Type"), this);
+    typeLabel->setBuddy(types_);
+
+    bar_ = new ColorBarWidget(logic_, this);
+    status_ = new QLabel(this);
+    status_->setMinimumHeight(status_->fontMetrics().height());
+    status_->setForegroundRole(QPalette::PlaceholderText);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+
+    auto* typeRow = new QHBoxLayout;
+    typeRow->addWidget(typeLabel);
+    typeRow->addWidget(types_, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(typeRow);
+    layout->addWidget(bar_);
+    layout->addWidget(status_);
+    layout->addWidget(buttons);
+
+    setTabOrder(types_, bar_);
+    setTabOrder(bar_, buttons);
+    connect(types_, &QComboBox::activated, this, &PaletteEditorDialog::ChooseType);
+    connect(bar_, &ColorBarWidget::StatusText, status_, &QLabel::setText);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    types_->setFocus();
+}
+
+void PaletteEditorDialog::ChooseType(int index) {
+    logic_.ChooseType(index);
+    status_->setText(logic_.CustomMode() ? tr("Double-click the bar to add a color, drag a marker to move it")
+                                         : QString());
+    bar_->update();
+}
+
+int32_t PaletteEditorDialog::Run(PaletteEditor& logic, QWidget* parent) {
+    PaletteEditorDialog dialog(logic, parent);
+    return dialog.exec() == QDialog::Accepted ? kAnswerOk : kAnswerCancel;
+}
+
+}  // namespace vexplot
