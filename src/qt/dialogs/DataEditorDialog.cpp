@@ -1,5 +1,7 @@
 #include "qt/dialogs/DataEditorDialog.h"
 
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -57,7 +59,9 @@ DataEditorDialog::DataEditorDialog(CUIW_DataEditor& logic, QWidget* parent) : QD
     grid_->setModel(model_);
     // Fixed section sizes: the headers never measure 4096 texts.
     grid_->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    grid_->horizontalHeader()->setDefaultSectionSize(90);
+    // Wide enough for the widest cell text, "-8.888888e+888", in this font.
+    const int cellWidth = grid_->fontMetrics().horizontalAdvance(QStringLiteral("-8.888888e+888")) + 16;
+    grid_->horizontalHeader()->setDefaultSectionSize(std::max(90, cellWidth));
     grid_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     grid_->verticalHeader()->setDefaultSectionSize(grid_->fontMetrics().height() + 6);
     grid_->verticalHeader()->setMinimumWidth(90);
@@ -107,6 +111,8 @@ bool DataEditorDialog::eventFilter(QObject* watched, QEvent* event) {
     QPainter painter(corner);
     QStyleOptionHeader option;
     option.initFrom(corner);
+    option.state |= QStyle::State_Enabled;  // a label, not a dimmed button
+    option.palette.setCurrentColorGroup(QPalette::Active);
     option.rect = corner->rect();
     option.text = QString::fromLatin1(CUIW_DataEditor::kCornerText);
     option.textAlignment = Qt::AlignCenter;
