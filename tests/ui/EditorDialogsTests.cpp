@@ -9,6 +9,7 @@
 #include "control/ControlFixture.h"
 #include "control/HeadlessSite.h"
 #include "control/CommandIds.h"
+#include "ui/CUIW_LegendWindow.h"
 #include "ui/CUIW_DataEditor.h"
 #include "ui/PaletteEditor.h"
 #include "ui/RememberedCustomPalette.h"
@@ -180,6 +181,23 @@ TEST_F(DataEditorTest, EditPaletteFollowsLiveAndCancelRestores) {
     EXPECT_EQ(control->Palette().GetColor(0), 0xFFFFFFu);
     EXPECT_TRUE(control->IsModified());
     RememberedCustomPalette::Forget();
+}
+
+// The legend's "&Data" and "&Properties" are available for a row with data.
+TEST(LegendEditors, DataAndPropertiesAreOffered) {
+    ControlHarness h;
+    h.CreateWorking();
+    h.ShowGrid();
+    auto* legend = std::get<CUIW_LegendWindow*>(h.site.windows[h.control->Window(WindowRole::LegendWindow)].logic);
+    std::vector<bool> offered;
+    h.site.menuAnswer = [&](const MenuModel& menu) {
+        for (const MenuItem& item : menu)
+            if (item.command == CUIW_LegendWindow::kCmdData || item.command == CUIW_LegendWindow::kCmdProperties)
+                offered.push_back(item.enabled);
+        return 0;
+    };
+    legend->OnRowContextMenu(0, {1, 1});
+    EXPECT_EQ(offered, (std::vector<bool>{true, true}));
 }
 
 }  // namespace

@@ -38,17 +38,28 @@ PaletteEditorDialog::PaletteEditorDialog(PaletteEditor& logic, QWidget* parent) 
     setTabOrder(types_, bar_);
     setTabOrder(bar_, buttons);
     connect(types_, &QComboBox::activated, this, &PaletteEditorDialog::ChooseType);
-    connect(bar_, &ColorBarWidget::StatusText, status_, &QLabel::setText);
+    // A menu's status text while it is open, the hint again once it closes.
+    connect(bar_, &ColorBarWidget::StatusText, this, [this](const QString& text) {
+        if (text.isEmpty())
+            ShowHint();
+        else
+            status_->setText(text);
+    });
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    ShowHint();
     types_->setFocus();
 }
 
 void PaletteEditorDialog::ChooseType(int index) {
     logic_.ChooseType(index);
+    ShowHint();
+    bar_->update();
+}
+
+void PaletteEditorDialog::ShowHint() {
     status_->setText(logic_.CustomMode() ? tr("Double-click the bar to add a color, drag a marker to move it")
                                          : QString());
-    bar_->update();
 }
 
 int32_t PaletteEditorDialog::Run(PaletteEditor& logic, QWidget* parent) {

@@ -24,6 +24,7 @@ public:
 
 private:
     void ChooseType(int index);
+    void ShowHint();
 
     PaletteEditor& logic_;
     QComboBox* types_ = nullptr;
