@@ -19,10 +19,13 @@ PaletteEditorDialog::PaletteEditorDialog(PaletteEditor& logic, QWidget* parent) 
     types_->setCurrentIndex(logic_.Type());
     auto* typeLabel = new QLabel(tr("Palette &Type"), this);
     typeLabel->setBuddy(types_);
+    typeLabel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    typeLabel->setContentsMargins(0, 0, 4, 0);  // room for the last glyph at fractional scales
 
     bar_ = new ColorBarWidget(logic_, this);
     status_ = new QLabel(this);
-    status_->setMinimumHeight(status_->fontMetrics().height());
+    status_->setWordWrap(true);
+    status_->setMinimumHeight(2 * status_->fontMetrics().height());
     status_->setForegroundRole(QPalette::PlaceholderText);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
 
@@ -48,6 +51,7 @@ PaletteEditorDialog::PaletteEditorDialog(PaletteEditor& logic, QWidget* parent) 
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     ShowHint();
+    setMinimumWidth(fontMetrics().averageCharWidth() * 60);
     types_->setFocus();
 }
 
