@@ -70,6 +70,10 @@ void ColorBarWidget::paintEvent(QPaintEvent*) {
     p.drawImage(bar, row);
     p.setPen(palette().color(QPalette::Mid));
     p.drawRect(bar.adjusted(0, 0, -1, -1));
+    if (hasFocus() && !(logic_.CustomMode() && selected_)) {
+        p.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+        p.drawRect(bar.adjusted(1, 1, -2, -2));
+    }
     if (!logic_.CustomMode()) return;
     p.setRenderHint(QPainter::Antialiasing);
     const auto& colors = logic_.BaseColors();
