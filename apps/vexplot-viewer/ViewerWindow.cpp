@@ -130,6 +130,16 @@ void ViewerWindow::BuildMenus() {
     QAction* quit = file->addAction("&Quit", this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
     RefreshRecentMenu();
+
+    // The control's editors, also on its own pop-up menu and legend.
+    QMenu* plot = menuBar()->addMenu("&Plot");
+    QAction* palette = plot->addAction("Edit &Palette...", this, [this] { plot_->Control().DoCommand(cmd::kEditPalette); });
+    QAction* editData = plot->addAction("Edit &Data...", this, [this] { plot_->Control().OpenDataEditor(); });
+    connect(plot, &QMenu::aboutToShow, this, [this, palette, editData] {
+        palette->setEnabled(plot_->Control().CommandState(cmd::kEditPalette).enabled);
+        editData->setEnabled(plot_->IsReady() && plot_->Control().GetGraphObjects() &&
+                         plot_->Control().GetGraphObjects()->Active());
+    });
 }
 
 void ViewerWindow::RefreshRecentMenu() {
