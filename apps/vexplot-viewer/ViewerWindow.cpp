@@ -133,12 +133,12 @@ void ViewerWindow::BuildMenus() {
 
     // The control's editors, also on its own pop-up menu and legend.
     QMenu* plot = menuBar()->addMenu("&Plot");
-    QAction* palette = plot->addAction("Edit &Palette...", this, [this] { plot_->Control().DoCommand(cmd::kEditPalette); });
-    QAction* editData = plot->addAction("Edit &Data...", this, [this] { plot_->Control().OpenDataEditor(); });
+    QAction* palette = plot->addAction("Edit &Palette...", this, [this] { Plot().Control().DoCommand(cmd::kEditPalette); });
+    QAction* editData = plot->addAction("Edit &Data...", this, [this] { Plot().Control().OpenDataEditor(); });
     connect(plot, &QMenu::aboutToShow, this, [this, palette, editData] {
-        palette->setEnabled(plot_->Control().CommandState(cmd::kEditPalette).enabled);
-        editData->setEnabled(plot_->IsReady() && plot_->Control().GetGraphObjects() &&
-                         plot_->Control().GetGraphObjects()->Active());
+        palette->setEnabled(Plot().Control().CommandState(cmd::kEditPalette).enabled);
+        editData->setEnabled(Plot().IsReady() && Plot().Control().GetGraphObjects() &&
+                         Plot().Control().GetGraphObjects()->Active());
     });
 }
 
