@@ -130,6 +130,16 @@ void ViewerWindow::BuildMenus() {
     QAction* quit = file->addAction("&Quit", this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
     RefreshRecentMenu();
+
+    // The control's editors, also on its own pop-up menu and legend.
+    QMenu* plot = menuBar()->addMenu("&Plot");
+    QAction* palette = plot->addAction("Edit &Palette...", this, [this] { Plot().Control().DoCommand(cmd::kEditPalette); });
+    QAction* editData = plot->addAction("Edit &Data...", this, [this] { Plot().Control().OpenDataEditor(); });
+    connect(plot, &QMenu::aboutToShow, this, [this, palette, editData] {
+        palette->setEnabled(Plot().Control().CommandState(cmd::kEditPalette).enabled);
+        editData->setEnabled(Plot().IsReady() && Plot().Control().GetGraphObjects() &&
+                         Plot().Control().GetGraphObjects()->Active());
+    });
 }
 
 void ViewerWindow::RefreshRecentMenu() {
