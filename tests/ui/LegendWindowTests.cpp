@@ -12,6 +12,7 @@
 #include "settings/CRegistryKey.h"
 #include "settings/SettingsStore.h"
 #include "support/ArchiveBytes.h"
+#include "support/Boxes.h"
 #include "support/Caught.h"
 #include "support/RecordingLegendOwner.h"
 #include "ui/CUIW_LegendWindow.h"
@@ -50,11 +51,7 @@ protected:
     WindowHandle Window() const { return legend.Window(); }
     bool TimerRunning() const { return site.timers.count({legend.Window(), 1u}) != 0; }
     void ExpectRect(const PixelRect& expected, WindowHandle window = 0) const {
-        const PixelRect r = site.GetWindowRect(window ? window : legend.Window());
-        EXPECT_EQ(r.left, expected.left);
-        EXPECT_EQ(r.top, expected.top);
-        EXPECT_EQ(r.right, expected.right);
-        EXPECT_EQ(r.bottom, expected.bottom);
+        EXPECT_EQ(test::B(site.GetWindowRect(window ? window : legend.Window())), test::B(expected));
     }
     int32_t Stored(const char* name) const {
         CRegistryKey key(nullptr, store);
