@@ -7,6 +7,7 @@
 
 #include "com/ComObject.h"
 #include "engine/IGraphDevice2D.h"
+#include "engine/IGraphSceneExport.h"
 #include "opengl/flat/FlatLayout.h"
 #include "opengl/flat/FlatScene.h"
 #include "opengl/gl/GridTexture.h"
@@ -30,7 +31,7 @@ class FlatRenderer;
 // on the CPU and shown sampled down. Redraws cost the same whatever the
 // grid's size.
 // Calls come from the control's user-interface thread.
-class Device2D final : public ComObject<IGraphDevice2D> {
+class Device2D final : public ComObject<IGraphDevice2D, IGraphSceneExport> {
 public:
     // Makes the context current and builds the GL programs; throws
     // std::runtime_error when that fails. `engine` must outlive the device
@@ -73,6 +74,13 @@ public:
     // getters for tests and the engine:
     const FlatLayout& Layout() const { return layout_; }
     bool DataFlag() const { return dataFlag_; }
+
+    // IGraphSceneExport (Device2DExport.cpp): the flat picture as pixels
+    // under its texts.
+    HRESULT BuildScene(int32_t width, int32_t height, ISceneSink* sink) override;
+    HRESULT RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t fullHeight, int32_t left,
+                       int32_t top) override;
+    HRESULT GetMaxRenderSize(int32_t* size) override;
 
 private:
     ~Device2D() override;

@@ -1,0 +1,329 @@
+// The 3-D view as a drawing: the layers' cells projected to the picture's
+// pixels and sorted back to front (a painter's drawing then hides what the
+// depth buffer hides on screen), the axes' segments sorted with them, the
+// texts last; and renders of a picture in tiles.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "opengl/gl/EngineContext.h"
+#include "opengl/gl/LineRenderer.h"
+#include "opengl/view3d/View3D.h"
+
+namespace vexplot {
+
+namespace {
+
+// A cell of the exported surface is at least about this many pixels of
+// the picture: finer cells cannot be told apart in a drawing and would only
+// swell the file (a 2048 x 2048 grid stays a few megabytes).
+constexpr uint64_t kPixelsPerExportCell = 6;
+// Never more cells than this, however large the picture.
+constexpr uint64_t kMaxExportCells = 1u << 18;
+// Nodes merged into one polygon may leave their straight line by this many
+// pixels: less than anything a reader sees.
+constexpr double kMergeTolerance = 0.2;
+
+bool Finite(float v) { return std::isfinite(v); }
+
+uint32_t Shade(uint32_t color, double light) {
+    auto channel = [&](int shift) {
+        const double c = static_cast<double>((color >> shift) & 0xFF) * light;
+        return static_cast<uint32_t>(std::clamp(std::lround(c), 0L, 255L)) << shift;
+    };
+    return channel(0) | channel(8) | channel(16);
+}
+
+// The level's values read back from its texture: value (ix, iy) at ix * yCount + iy.
+std::vector<float> ReadLevel(const HeightField::Level& level) {
+    std::vector<float> values(static_cast<size_t>(level.xCount) * static_cast<size_t>(level.yCount));
+    glBindTexture(GL_TEXTURE_2D, level.texture);
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_RED, GL_FLOAT, values.data());
+    glBindTexture(GL_TEXTURE_2D, 0);
+    return values;
+}
+
+}  // namespace
+
+// One primitive of the sorted part of the scene: a polygon (filled, or a
+// wireframe cell filled with the background) or a segment.
+struct View3D::ScenePrimitive {
+    double depth;  // distance from the eye: larger is drawn first
+    std::vector<ScenePoint> points;
+    uint32_t fill;
+    uint32_t stroke;
+    float strokeWidth;
+    bool segment;
+};
+
+HRESULT View3D::GetMaxRenderSize(int32_t* size) {
+    if (!size) return E_POINTER;
+    if (!Ready()) return E_FAIL;
+    GLint renderbuffer = 0, viewport[2] = {0, 0};
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &renderbuffer);
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewport);
+    *size = std::max<int32_t>(1, std::min({renderbuffer, viewport[0], viewport[1]}));
+    return S_OK;
+}
+
+HRESULT View3D::RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t fullHeight, int32_t left,
+                           int32_t top) {
+    if (!tile || !tile->pixels || tile->width <= 0 || tile->height <= 0 || tile->stride < tile->width)
+        return E_INVALIDARG;
+    if (fullWidth <= 0 || fullHeight <= 0 || left < 0 || top < 0 || left + tile->width > fullWidth ||
+        top + tile->height > fullHeight)
+        return E_INVALIDARG;
+    if (shutDown_) return E_UNEXPECTED;
+    const Tile window{fullWidth, fullHeight, left, top};
+    return Render(*tile, kUpdateFull, &window);
+}
+
+HRESULT View3D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
+    if (!sink) return E_POINTER;
+    if (width <= 0 || height <= 0) return E_INVALIDARG;
+    if (!Ready()) return E_FAIL;
+    try {
+        const SceneBox box = Box();
+        const Projector projector = MakeProjector(width, height);
+        const PixelScale scale;
+        const Vec3 eye = camera_.Position();
+
+        const ScenePoint page[4] = {{0, 0}, {float(width), 0}, {float(width), float(height)}, {0, float(height)}};
+        sink->AddPolygon(4, page, background_, background_, 0);
+
+        std::vector<ScenePrimitive> primitives;
+        lines_->Clear();
+        const std::vector<Axes3D::PlacedText> texts =
+            axes_.Build(box, eye, projector, engine_.Text(), *lines_, scale);
+        for (const LineRenderer::Segment& s : lines_->Segments()) {
+            double ax = 0, ay = 0, bx = 0, by = 0;
+            if (!projector.Project(s.a, ax, ay) || !projector.Project(s.b, bx, by)) continue;
+            // A segment sorts by its nearer end: the box's edges lie on the
+            // surface's border and must not vanish under its first row.
+            const double depth = std::min((s.a - eye).Length(), (s.b - eye).Length());
+            primitives.push_back({depth, {{float(ax), float(ay)}, {float(bx), float(by)}}, 0, s.color & 0xFFFFFF,
+                                  lineWidth_, true});
+        }
+        lines_->Clear();
+        if (dataVisible_) {
+            const uint64_t pixels = ProjectedPixels(box, projector);
+            for (auto& [id, layer] : layers_)
+                if (layer && layer->Drawable()) CollectLayer(*layer, box, projector, pixels, primitives);
+        }
+        std::stable_sort(primitives.begin(), primitives.end(),
+                         [](const ScenePrimitive& a, const ScenePrimitive& b) { return a.depth > b.depth; });
+        for (const ScenePrimitive& p : primitives) {
+            if (p.segment)
+                sink->AddPolyline(static_cast<uint32_t>(p.points.size()), p.points.data(), p.stroke, p.strokeWidth);
+            else
+                sink->AddPolygon(static_cast<uint32_t>(p.points.size()), p.points.data(), p.fill, p.stroke,
+                                 p.strokeWidth);
+        }
+
+        for (const OverlayPolyline& line : overlayLines_) {
+            std::vector<ScenePoint> points;
+            for (const Point3& q : line.points) {
+                double x = 0, y = 0;
+                if (projector.Project(box.ToScene(q.x, q.y, q.z), x, y)) points.push_back({float(x), float(y)});
+            }
+            if (line.closed && !points.empty()) points.push_back(points.front());
+            sink->AddPolyline(static_cast<uint32_t>(points.size()), points.data(), line.color, lineWidth_);
+        }
+        for (const Axes3D::PlacedText& text : texts)
+            sink->AddText(text.text.c_str(), float(text.x), float(text.y), static_cast<SceneAnchor>(text.anchor),
+                          &text.font, text.color);
+        for (const OverlayText& text : overlayTexts_) {
+            double x = 0, y = 0;
+            if (!projector.Project(box.ToScene(text.at.x, text.at.y, text.at.z), x, y)) continue;
+            sink->AddText(text.text.c_str(), float(x), float(y), SceneAnchor::Left, &text.font, text.color);
+        }
+        for (const OverlayImage& image : overlayImages_) {
+            double x = 0, y = 0;
+            if (!projector.Project(box.ToScene(image.at.x, image.at.y, image.at.z), x, y)) continue;
+            std::vector<uint32_t> pixels = image.pixels;
+            const ImageBuffer buffer{pixels.data(), image.width, image.height, image.width, 0};
+            sink->AddImage(float(x - image.width / 2.0), float(y - image.height / 2.0), float(image.width),
+                           float(image.height), &buffer);
+        }
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    } catch (const std::exception&) {
+        return E_FAIL;
+    }
+    return S_OK;
+}
+
+void View3D::CollectLayer(const Layer& layer, const SceneBox& box, const Projector& projector, uint64_t pixels,
+                          std::vector<ScenePrimitive>& out) {
+    const int32_t nx = layer.field.XCount(), ny = layer.field.YCount();
+    const uint64_t budget = std::clamp<uint64_t>(pixels / kPixelsPerExportCell, 1, kMaxExportCells);
+    int32_t factor = std::max(layer.lowResolution ? 2 : 1, HeightField::FactorForBudget(nx, ny, budget));
+    const HeightField::Level level = factor > 1 ? const_cast<Layer&>(layer).field.Reduced(factor, *reduce_)
+                                                : layer.field.Full();
+    const int32_t lx = level.xCount, ly = level.yCount;
+    if (lx < 1 || ly < 1) return;
+    const std::vector<float> values = ReadLevel(level);
+
+    // Scene positions, screen points and palette colours of every node.
+    const GridExtent& e = layer.extent;
+    const std::vector<uint32_t>& palette = engine_.PaletteColors();
+    double lo = e.zMin, hi = e.zMax;
+    if (box.logZ) {
+        lo = box.ZValue(lo > 0 ? lo : layer.field.MinPositive());
+        hi = box.ZValue(hi > 0 ? hi : layer.field.MinPositive());
+    }
+    auto colorOf = [&](double v) -> uint32_t {
+        if (palette.empty()) return 0;
+        const double t = hi > lo ? std::clamp((v - lo) / (hi - lo), 0.0, 1.0) : 0.0;
+        return palette[static_cast<size_t>(std::lround(t * double(palette.size() - 1)))] & 0xFFFFFF;
+    };
+    const size_t count = values.size();
+    std::vector<Vec3> scene(count);
+    std::vector<ScenePoint> screen(count);
+    std::vector<float> stored(count);  // the value in the scene's domain (log10 with a log Z), NaN for none
+    const double margin = 1e-6;
+    auto nodeX = [&](int32_t ix) { return lx > 1 ? e.xFirst + (e.xLast - e.xFirst) * ix / (lx - 1) : e.xFirst; };
+    auto nodeY = [&](int32_t iy) { return ly > 1 ? e.yFirst + (e.yLast - e.yFirst) * iy / (ly - 1) : e.yFirst; };
+    for (int32_t ix = 0; ix < lx; ++ix)
+        for (int32_t iy = 0; iy < ly; ++iy) {
+            const size_t i = static_cast<size_t>(ix) * static_cast<size_t>(ly) + static_cast<size_t>(iy);
+            const double x = nodeX(ix), y = nodeY(iy);
+            double z = values[i];
+            const bool inside = x >= box.shown.xMin - margin && x <= box.shown.xMax + margin &&
+                                y >= box.shown.yMin - margin && y <= box.shown.yMax + margin;
+            const double v = box.ZValue(z);
+            stored[i] = inside && std::isfinite(v) ? static_cast<float>(v) : std::numeric_limits<float>::quiet_NaN();
+            if (!Finite(stored[i])) continue;
+            scene[i] = box.ToScene(x, y, z);
+            double px = 0, py = 0;
+            if (!projector.Project(scene[i], px, py)) {
+                stored[i] = std::numeric_limits<float>::quiet_NaN();
+                continue;
+            }
+            screen[i] = {float(px), float(py)};
+        }
+    auto at = [&](int32_t ix, int32_t iy) { return static_cast<size_t>(ix) * static_cast<size_t>(ly) + size_t(iy); };
+    const Vec3 eye = camera_.Position();
+    const Vec3 light = ((eye - camera_.Center()).Normalized() + Vec3{0, 0, 0.8}).Normalized();
+    const float width = lineWidth_;
+
+    switch (layer.style) {
+    case GraphStyle::Surface:
+    case GraphStyle::Wireframe: {
+        const bool wire = layer.style == GraphStyle::Wireframe;
+        // One cell's colour: the palette at its mean value, lit by its
+        // normal as the screen lights it (filled surfaces only).
+        auto cellColor = [&](int32_t ix, int32_t iy) {
+            const size_t a = at(ix, iy), b = at(ix + 1, iy), c = at(ix, iy + 1), d = at(ix + 1, iy + 1);
+            const uint32_t base = colorOf((stored[a] + stored[b] + stored[c] + stored[d]) / 4.0);
+            if (wire) return base;
+            const Vec3 n = (scene[d] - scene[a]).Cross(scene[b] - scene[c]);
+            const double length = n.Length();
+            const double lit = length > 1e-30 ? 0.5 + 0.5 * std::fabs(n.Dot(light) / length) : 1.0;
+            return Shade(base, lit);
+        };
+        auto valid = [&](int32_t ix, int32_t iy) {
+            return Finite(stored[at(ix, iy)]) && Finite(stored[at(ix + 1, iy)]) && Finite(stored[at(ix, iy + 1)]) &&
+                   Finite(stored[at(ix + 1, iy + 1)]);
+        };
+        // Whether node `m` lies on the straight screen line from `a` to `b`.
+        auto onLine = [&](size_t a, size_t m, size_t b) {
+            const double dx = screen[b].x - screen[a].x, dy = screen[b].y - screen[a].y;
+            const double length = std::hypot(dx, dy);
+            if (length < 1e-9) return std::hypot(screen[m].x - screen[a].x, screen[m].y - screen[a].y) < kMergeTolerance;
+            const double off = std::fabs((screen[m].x - screen[a].x) * dy - (screen[m].y - screen[a].y) * dx) / length;
+            return off < kMergeTolerance;
+        };
+        for (int32_t ix = 0; ix + 1 < lx; ++ix) {
+            int32_t iy = 0;
+            while (iy + 1 < ly) {
+                if (!valid(ix, iy)) {
+                    ++iy;
+                    continue;
+                }
+                // Cells along the row with the same colour whose edges stay
+                // straight on the screen merge into one polygon; wireframe
+                // cells keep their lines.
+                const uint32_t color = cellColor(ix, iy);
+                int32_t end = iy + 1;
+                if (!wire)
+                    while (end + 1 < ly && valid(ix, end) && cellColor(ix, end) == color &&
+                           onLine(at(ix, iy), at(ix, end), at(ix, end + 1)) &&
+                           onLine(at(ix + 1, iy), at(ix + 1, end), at(ix + 1, end + 1)))
+                        ++end;
+                const size_t a = at(ix, iy), b = at(ix + 1, iy), c = at(ix + 1, end), d = at(ix, end);
+                const Vec3 centre = (scene[a] + scene[b] + scene[c] + scene[d]) * 0.25;
+                ScenePrimitive p{(centre - eye).Length(), {screen[a], screen[b], screen[c], screen[d]}, 0, 0, 0,
+                                 false};
+                if (wire) {
+                    p.fill = background_;
+                    p.stroke = color;
+                    p.strokeWidth = width;
+                } else {
+                    p.fill = p.stroke = color;
+                }
+                out.push_back(std::move(p));
+                iy = end;
+            }
+        }
+        break;
+    }
+    case GraphStyle::Lines:
+        for (int32_t ix = 0; ix < lx; ++ix)
+            for (int32_t iy = 0; iy + 1 < ly; ++iy) {
+                const size_t a = at(ix, iy), b = at(ix, iy + 1);
+                if (!Finite(stored[a]) || !Finite(stored[b])) continue;
+                const Vec3 centre = (scene[a] + scene[b]) * 0.5;
+                out.push_back({(centre - eye).Length(), {screen[a], screen[b]}, 0,
+                               colorOf((stored[a] + stored[b]) / 2.0), width, true});
+            }
+        break;
+    case GraphStyle::Points: {
+        if (layer.pointStyle == PointStyle::None) break;
+        const float r = layer.pointSize / 2;
+        for (size_t i = 0; i < count; ++i) {
+            if (!Finite(stored[i])) continue;
+            const ScenePoint q = screen[i];
+            const uint32_t color = colorOf(stored[i]);
+            out.push_back({(scene[i] - eye).Length(), {{q.x - r, q.y - r}, {q.x + r, q.y - r}, {q.x + r, q.y + r},
+                                                        {q.x - r, q.y + r}}, color, color, 0, false});
+        }
+        break;
+    }
+    case GraphStyle::Barchart: {
+        // Each bar is a box on the floor of the scene; its faces sort on
+        // their own, so neighbours cover each other as on the screen.
+        const double half = box.Half().z;
+        const double hx = lx > 1 ? std::fabs((box.ToScene(nodeX(1), 0, 0).x - box.ToScene(nodeX(0), 0, 0).x)) * 0.4 : 0.4;
+        const double hy = ly > 1 ? std::fabs((box.ToScene(0, nodeY(1), 0).y - box.ToScene(0, nodeY(0), 0).y)) * 0.4 : 0.4;
+        for (size_t i = 0; i < count; ++i) {
+            if (!Finite(stored[i])) continue;
+            const Vec3 top = scene[i];
+            const uint32_t base = colorOf(stored[i]);
+            auto face = [&](const Vec3 (&corners)[4], const Vec3& normal) {
+                const Vec3 centre = (corners[0] + corners[1] + corners[2] + corners[3]) * 0.25;
+                if (normal.Dot(eye - centre) <= 0) return;  // facing away
+                ScenePrimitive p{(centre - eye).Length(), {}, Shade(base, 0.5 + 0.5 * std::fabs(normal.Dot(light))), 0,
+                                 0, false};
+                for (const Vec3& corner : corners) {
+                    double px = 0, py = 0;
+                    if (!projector.Project(corner, px, py)) return;
+                    p.points.push_back({float(px), float(py)});
+                }
+                p.stroke = p.fill;
+                out.push_back(std::move(p));
+            };
+            const double x0 = top.x - hx, x1 = top.x + hx, y0 = top.y - hy, y1 = top.y + hy, z0 = -half, z1 = top.z;
+            face({{x0, y0, z1}, {x1, y0, z1}, {x1, y1, z1}, {x0, y1, z1}}, {0, 0, 1});
+            face({{x0, y0, z0}, {x1, y0, z0}, {x1, y0, z1}, {x0, y0, z1}}, {0, -1, 0});
+            face({{x0, y1, z0}, {x1, y1, z0}, {x1, y1, z1}, {x0, y1, z1}}, {0, 1, 0});
+            face({{x0, y0, z0}, {x0, y1, z0}, {x0, y1, z1}, {x0, y0, z1}}, {-1, 0, 0});
+            face({{x1, y0, z0}, {x1, y1, z0}, {x1, y1, z1}, {x1, y0, z1}}, {1, 0, 0});
+        }
+        break;
+    }
+    }
+}
+
+}  // namespace vexplot
