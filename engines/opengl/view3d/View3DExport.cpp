@@ -24,6 +24,9 @@ constexpr uint64_t kMaxExportCells = 1u << 18;
 // pixels: less than anything a reader sees.
 constexpr double kMergeTolerance = 0.2;
 
+// Pieces an axis line is cut into for sorting among the cells.
+constexpr int kSegmentPieces = 16;
+
 bool Finite(float v) { return std::isfinite(v); }
 
 uint32_t Shade(uint32_t color, double light) {
@@ -96,14 +99,30 @@ HRESULT View3D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
         lines_->Clear();
         const std::vector<Axes3D::PlacedText> texts =
             axes_.Build(box, eye, projector, engine_.Text(), *lines_, scale);
+        // The box's back planes (the sides facing away from the eye) are
+        // behind everything inside the box: their grid lines go first.
+        // Other segments (axis lines, ticks) are cut into short pieces that
+        // sort among the cells by their own depth.
+        const Vec3 h = box.Half();
+        const Vec3 back{eye.x >= 0 ? -h.x : h.x, eye.y >= 0 ? -h.y : h.y, eye.z >= 0 ? -h.z : h.z};
+        auto onBackPlane = [&](const Vec3& a, const Vec3& b) {
+            const double eps = 1e-6 * box.Radius();
+            return (std::fabs(a.x - back.x) < eps && std::fabs(b.x - back.x) < eps) ||
+                   (std::fabs(a.y - back.y) < eps && std::fabs(b.y - back.y) < eps) ||
+                   (std::fabs(a.z - back.z) < eps && std::fabs(b.z - back.z) < eps);
+        };
         for (const LineRenderer::Segment& s : lines_->Segments()) {
-            double ax = 0, ay = 0, bx = 0, by = 0;
-            if (!projector.Project(s.a, ax, ay) || !projector.Project(s.b, bx, by)) continue;
-            // A segment sorts by its nearer end: the box's edges lie on the
-            // surface's border and must not vanish under its first row.
-            const double depth = std::min((s.a - eye).Length(), (s.b - eye).Length());
-            primitives.push_back({depth, {{float(ax), float(ay)}, {float(bx), float(by)}}, 0, s.color & 0xFFFFFF,
-                                  lineWidth_, true});
+            const bool behind = onBackPlane(s.a, s.b);
+            const int pieces = behind ? 1 : kSegmentPieces;
+            for (int k = 0; k < pieces; ++k) {
+                const Vec3 a = s.a + (s.b - s.a) * (double(k) / pieces);
+                const Vec3 b = s.a + (s.b - s.a) * (double(k + 1) / pieces);
+                double ax = 0, ay = 0, bx = 0, by = 0;
+                if (!projector.Project(a, ax, ay) || !projector.Project(b, bx, by)) continue;
+                const double depth = behind ? std::numeric_limits<double>::infinity() : ((a + b) * 0.5 - eye).Length();
+                primitives.push_back({depth, {{float(ax), float(ay)}, {float(bx), float(by)}}, 0, s.color & 0xFFFFFF,
+                                      lineWidth_, true});
+            }
         }
         lines_->Clear();
         if (dataVisible_) {
