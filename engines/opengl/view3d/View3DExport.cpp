@@ -20,6 +20,8 @@ namespace {
 constexpr uint64_t kPixelsPerExportCell = 6;
 // Never more cells than this, however large the picture.
 constexpr uint64_t kMaxExportCells = 1u << 18;
+// The level read back before averaging has at most this many cells.
+constexpr uint64_t kMaxScreenCells = 1u << 22;
 // Nodes merged into one polygon may leave their straight line by this many
 // pixels: less than anything a reader sees.
 constexpr double kMergeTolerance = 0.2;
@@ -45,6 +47,61 @@ std::vector<float> ReadLevel(const HeightField::Level& level) {
     glGetTexImage(GL_TEXTURE_2D, 0, GL_RED, GL_FLOAT, values.data());
     glBindTexture(GL_TEXTURE_2D, 0);
     return values;
+}
+
+// Nodes kept when a grid of `count` nodes is sampled every `step`: the
+// first, every step-th and the last.
+std::vector<int32_t> KeptNodes(int32_t count, int32_t step) {
+    std::vector<int32_t> kept;
+    for (int32_t i = 0; i < count; i += step) kept.push_back(i);
+    if (kept.back() != count - 1) kept.push_back(count - 1);
+    return kept;
+}
+
+struct Sampled {
+    std::vector<float> values;  // value (ix, iy) at ix * ys.size() + iy
+    std::vector<int32_t> xs, ys;  // the fine nodes they stand for
+};
+
+// The grid sampled every `step` nodes, each kept node the mean of the
+// finite fine nodes within half a step of it (NaN when there is none): a
+// level that keeps its blocks' extremes then loses the saw-tooth those
+// leave on slopes, which flat cells of a drawing would show as streaks.
+Sampled Average(const std::vector<float>& fine, int32_t nx, int32_t ny, int32_t step) {
+    Sampled out{{}, KeptNodes(nx, step), KeptNodes(ny, step)};
+    const size_t cx = out.xs.size(), cy = out.ys.size();
+    if (step == 1) {
+        out.values = fine;
+        return out;
+    }
+    const int32_t half = step / 2;
+    // Along y first: every fine row's sums and counts at the kept ys.
+    std::vector<double> sums(static_cast<size_t>(nx) * cy, 0.0);
+    std::vector<uint32_t> counts(sums.size(), 0);
+    for (int32_t ix = 0; ix < nx; ++ix)
+        for (size_t j = 0; j < cy; ++j) {
+            const int32_t lo = std::max(0, out.ys[j] - half), hi = std::min(ny - 1, out.ys[j] + half);
+            for (int32_t iy = lo; iy <= hi; ++iy) {
+                const float v = fine[size_t(ix) * size_t(ny) + size_t(iy)];
+                if (!Finite(v)) continue;
+                sums[size_t(ix) * cy + j] += v;
+                ++counts[size_t(ix) * cy + j];
+            }
+        }
+    out.values.assign(cx * cy, std::numeric_limits<float>::quiet_NaN());
+    for (size_t i = 0; i < cx; ++i) {
+        const int32_t lo = std::max(0, out.xs[i] - half), hi = std::min(nx - 1, out.xs[i] + half);
+        for (size_t j = 0; j < cy; ++j) {
+            double sum = 0;
+            uint64_t n = 0;
+            for (int32_t ix = lo; ix <= hi; ++ix) {
+                sum += sums[size_t(ix) * cy + j];
+                n += counts[size_t(ix) * cy + j];
+            }
+            if (n) out.values[i * cy + j] = static_cast<float>(sum / double(n));
+        }
+    }
+    return out;
 }
 
 }  // namespace
@@ -176,13 +233,20 @@ HRESULT View3D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
 void View3D::CollectLayer(const Layer& layer, const SceneBox& box, const Projector& projector, uint64_t pixels,
                           std::vector<ScenePrimitive>& out) {
     const int32_t nx = layer.field.XCount(), ny = layer.field.YCount();
-    const uint64_t budget = std::clamp<uint64_t>(pixels / kPixelsPerExportCell, 1, kMaxExportCells);
-    int32_t factor = std::max(layer.lowResolution ? 2 : 1, HeightField::FactorForBudget(nx, ny, budget));
+    // The level the screen draws (about one cell per pixel, its blocks'
+    // extremes kept), averaged down on the CPU to the cells a drawing needs.
+    const uint64_t screenCells = std::clamp<uint64_t>(pixels / PixelsPerCell(layer.style), 1, kMaxScreenCells);
+    const int32_t factor = std::max(layer.lowResolution ? 2 : 1, HeightField::FactorForBudget(nx, ny, screenCells));
     const HeightField::Level level = factor > 1 ? const_cast<Layer&>(layer).field.Reduced(factor, *reduce_)
                                                 : layer.field.Full();
-    const int32_t lx = level.xCount, ly = level.yCount;
-    if (lx < 1 || ly < 1) return;
-    const std::vector<float> values = ReadLevel(level);
+    if (level.xCount < 1 || level.yCount < 1) return;
+    const uint64_t perCell = std::max(kPixelsPerExportCell, PixelsPerCell(layer.style));
+    const uint64_t budget = std::clamp<uint64_t>(pixels / perCell, 1, kMaxExportCells);
+    const double excess = double(level.xCount) * double(level.yCount) / double(budget);
+    const int32_t step = std::max(1, static_cast<int32_t>(std::ceil(std::sqrt(excess))));
+    const Sampled grid = Average(ReadLevel(level), level.xCount, level.yCount, step);
+    const std::vector<float>& values = grid.values;
+    const int32_t lx = static_cast<int32_t>(grid.xs.size()), ly = static_cast<int32_t>(grid.ys.size());
 
     // Scene positions, screen points and palette colours of every node.
     const GridExtent& e = layer.extent;
@@ -202,8 +266,12 @@ void View3D::CollectLayer(const Layer& layer, const SceneBox& box, const Project
     std::vector<ScenePoint> screen(count);
     std::vector<float> stored(count);  // the value in the scene's domain (log10 with a log Z), NaN for none
     const double margin = 1e-6;
-    auto nodeX = [&](int32_t ix) { return lx > 1 ? e.xFirst + (e.xLast - e.xFirst) * ix / (lx - 1) : e.xFirst; };
-    auto nodeY = [&](int32_t iy) { return ly > 1 ? e.yFirst + (e.yLast - e.yFirst) * iy / (ly - 1) : e.yFirst; };
+    // Positions from the level's node numbers, which the averaging may
+    // have spaced unevenly at the far border.
+    const double fx = level.xCount > 1 ? (e.xLast - e.xFirst) / (level.xCount - 1) : 0.0;
+    const double fy = level.yCount > 1 ? (e.yLast - e.yFirst) / (level.yCount - 1) : 0.0;
+    auto nodeX = [&](int32_t ix) { return e.xFirst + fx * grid.xs[size_t(ix)]; };
+    auto nodeY = [&](int32_t iy) { return e.yFirst + fy * grid.ys[size_t(iy)]; };
     for (int32_t ix = 0; ix < lx; ++ix)
         for (int32_t iy = 0; iy < ly; ++iy) {
             const size_t i = static_cast<size_t>(ix) * static_cast<size_t>(ly) + static_cast<size_t>(iy);
