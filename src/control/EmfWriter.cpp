@@ -272,7 +272,8 @@ void WriteImage(Records& r, const ExportScene::Image& image) {
 }
 
 void WriteHeader(Records& r, const ExportScene& scene) {
-    static const std::u16string kDescription = u"Vexplot\0Plot\0\0";
+    // The application and the picture, each terminated, then one more terminator.
+    static const std::u16string kDescription(u"Vexplot\0Plot\0\0", 14);
     const int32_t w = scene.width * EmfWriter::kUnitsPerPixel, h = scene.height * EmfWriter::kUnitsPerPixel;
     const size_t at = r.Begin(emr::kHeader);
     r.Rect(0, 0, w - 1, h - 1);  // bounds, inclusive, in device units
