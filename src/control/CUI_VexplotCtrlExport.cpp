@@ -22,6 +22,16 @@ constexpr HRESULT kErrorFileAccess = MakeHResult(0x800A004B);
 // Pixels a side of one raster tile when a picture is rendered in parts.
 constexpr int32_t kTileSide = 2048;
 
+// Why a picture of width x height cannot be exported; empty when it can.
+std::string SizeError(int32_t width, int32_t height) {
+    if (width > 0 && height > 0 && width <= CUI_VexplotCtrl::kMaxExportSide &&
+        height <= CUI_VexplotCtrl::kMaxExportSide)
+        return {};
+    return "The picture size " + std::to_string(width) + " x " + std::to_string(height) +
+           " cannot be exported: each side must be 1 to " + std::to_string(CUI_VexplotCtrl::kMaxExportSide) +
+           " pixels.";
+}
+
 }  // namespace
 
 ComPtr<IGraphSceneExport> CUI_VexplotCtrl::SceneExport() {
@@ -101,9 +111,7 @@ std::string CUI_VexplotCtrl::ExportView(const std::string& path, int32_t width, 
         width = plot.right - plot.left;
         height = plot.bottom - plot.top;
     }
-    if (width <= 0 || height <= 0 || width > kMaxExportSide || height > kMaxExportSide)
-        return "The picture size " + std::to_string(width) + " x " + std::to_string(height) +
-               " cannot be exported: each side must be 1 to " + std::to_string(kMaxExportSide) + " pixels.";
+    if (std::string error = SizeError(width, height); !error.empty()) return error;
     std::string error;
     if (SceneFile::IsVector(format)) {
         ExportScene scene;
@@ -151,10 +159,9 @@ void CUI_VexplotCtrl::ExportThroughChooser(bool metafile) {
     ExportSizeChooser chooser = metafile ? ExportSizeChooser::ForMetafile() : ExportSizeChooser::ForBitmap();
     if (site_->RunDialog(chooser) != kAnswerOk || !chooser.Chosen()) return;
     const ExportSizeChooser::Result& chosen = *chooser.Chosen();
-    // A size of 0 by 0 from the chooser means the view's own; any other
-    // size outside 1 .. kMaxExportSide is refused by ExportView.
-    const std::string error =
-        ExportView(chosen.fileName, chosen.width, chosen.height, metafile ? ".emf" : ".bmp");
+    // The size is the user's: 0 here is refused, not the view's size.
+    std::string error = SizeError(chosen.width, chosen.height);
+    if (error.empty()) error = ExportView(chosen.fileName, chosen.width, chosen.height, metafile ? ".emf" : ".bmp");
     if (!error.empty()) site_->MessageBox(error, kCaption, MessageButtons::Ok);
 }
 
