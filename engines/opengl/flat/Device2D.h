@@ -75,8 +75,8 @@ public:
     const FlatLayout& Layout() const { return layout_; }
     bool DataFlag() const { return dataFlag_; }
 
-    // IGraphSceneExport (Device2DExport.cpp): the flat picture as pixels
-    // under its texts.
+    // IGraphSceneExport (Device2DExport.cpp): the palette image as pixels
+    // under the axes' lines and texts.
     HRESULT BuildScene(int32_t width, int32_t height, ISceneSink* sink) override;
     HRESULT RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t fullHeight, int32_t left,
                        int32_t top) override;
@@ -89,7 +89,9 @@ private:
     // target's size, scaled by its pixel ratio.
     FlatLayout FrameFor(const ImageBuffer& target) const;
     HRESULT Render(const ImageBuffer& target, const FlatLayout& frame);
-    void RenderFlat(const FlatLayout& frame, FlatScene& scene);
+    // Draws the palette image and colour bar, and the axes' lines unless
+    // `drawLines` is false (a drawing takes them as lines of its own).
+    void RenderFlat(const FlatLayout& frame, FlatScene& scene, bool drawLines = true);
     void RenderSection(const FlatLayout& frame, FlatScene& scene);
     void DrawImage(const FlatLayout& frame);
     FlatAxis* AxisFor(AxisId axis);
