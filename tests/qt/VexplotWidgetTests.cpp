@@ -90,7 +90,9 @@ TEST_F(VexplotWidgetTest, MenuOffersTheWindowCommandsAndShowsLaterOnesDisabled) 
     walk(control.PopupMenu());
     EXPECT_EQ(all.size(), 34u);
     EXPECT_EQ(enabled, (std::set<int32_t>{cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow,
-                                          cmd::kLegendWindow, cmd::kNavigatorWindow, cmd::kStatusBar}));
+                                          cmd::kLegendWindow, cmd::kNavigatorWindow, cmd::kStatusBar,
+                                          cmd::kExportBmp, cmd::kExportEmf, cmd::kCopyToClipboard,
+                                          cmd::kPrintSetup, cmd::kPrint}));
 }
 
 TEST_F(VexplotWidgetTest, WindowCommandsToggleTheirWindows) {
