@@ -50,6 +50,30 @@ class ImageTest(unittest.TestCase):
             with self.assertRaises(OSError):
                 self.ctl.save_image(os.path.join(folder, "view.gif"))
 
+    def test_vector_files_are_well_formed_drawings_with_texts(self):
+        import re
+        import xml.etree.ElementTree as ElementTree
+        with tempfile.TemporaryDirectory() as folder:
+            svg_path, pdf_path = os.path.join(folder, "view.svg"), os.path.join(folder, "view.pdf")
+            self.ctl.save_image(svg_path, 800, 600)
+            self.ctl.save_image(pdf_path, 800, 600)
+            root = ElementTree.parse(svg_path).getroot()
+            ns = "{http://www.w3.org/2000/svg}"
+            self.assertEqual((root.get("width"), root.get("height")), ("800", "600"))
+            self.assertGreater(len(root.findall(ns + "polygon")), 100)  # the surface's cells
+            texts = [t.text for t in root.findall(ns + "text")]
+            self.assertIn("0", texts)  # tick texts stay text
+            with open(pdf_path, "rb") as f:
+                pdf = f.read()
+            # Every object the cross-reference table lists starts where it says.
+            xref = int(re.search(rb"startxref\s+(\d+)", pdf).group(1))
+            self.assertTrue(pdf[xref:].startswith(b"xref"))
+            entries = re.findall(rb"(\d{10}) 00000 n ", pdf[xref:])
+            self.assertGreater(len(entries), 5)
+            for number, offset in enumerate(entries, start=1):
+                self.assertTrue(pdf[int(offset):].startswith(b"%d 0 obj" % number), number)
+            self.assertIn(b"/BaseFont /Helvetica", pdf)
+
     def test_save_image_renders_at_the_asked_size_and_refuses_bad_sizes(self):
         with tempfile.TemporaryDirectory() as folder:
             path = os.path.join(folder, "big.png")
