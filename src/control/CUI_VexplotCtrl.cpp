@@ -33,6 +33,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     points_.Add(kExEventsIid);
     AddViewCommands();
     AddExportCommands();
+    AddPaletteCommands();
 }
 
 CUI_VexplotCtrl::~CUI_VexplotCtrl() { Destroy(); }
