@@ -86,6 +86,28 @@ TEST_F(SceneExportTest, WireframeHidesTheLinesBehindTheSurfaceOnScreen) {
     EXPECT_GT(without.Count([](uint32_t c) { return c != kWhite; }), 500);
 }
 
+TEST_F(SceneExportTest, OverlaySymbolsBecomeRunsWithoutTheirTransparentColour) {
+    SetGrid(Ridge(true), kNx, kNy, 0, 1, 0, 1);
+    uint32_t symbol[2 * 4] = {kRed, kRed, kWhite, kBlue,  // a row: red run, transparent, blue
+                              kWhite, kWhite, kWhite, kWhite};
+    const ImageBuffer image{symbol, 4, 2, 4, 0};
+    const Point3 at{0.5, 0.5, 10.0};
+    ASSERT_EQ(view->AddOverlayImage(&at, &image, kWhite), S_OK);
+    ExportScene scene;
+    SceneCollector collector(scene);
+    ASSERT_EQ(exporter->BuildScene(kWidth, kHeight, &collector), S_OK);
+    const auto [px, py] = Project(0.5, 0.5, 10.0);
+    std::vector<std::pair<uint32_t, float>> runs;  // colour and width of the last polygons
+    for (size_t i = scene.items.size() - 2; i < scene.items.size(); ++i) {
+        const auto* run = std::get_if<ExportScene::Polygon>(&scene.items[i]);
+        ASSERT_NE(run, nullptr);
+        runs.emplace_back(run->fill, run->points[1].x - run->points[0].x);
+        EXPECT_NEAR(run->points[0].y, py - 1, 0.01);  // the symbol's first row, centred on the point
+    }
+    EXPECT_EQ(runs, (std::vector<std::pair<uint32_t, float>>{{kRed, 2.0f}, {kBlue, 1.0f}}));
+    EXPECT_NEAR(std::get<ExportScene::Polygon>(scene.items[scene.items.size() - 2]).points[0].x, px - 2, 0.01);
+}
+
 TEST_F(SceneExportTest, TilesAddUpToTheWholePicture) {
     view->SetAxesVisible(true);
     SetGrid(MakeGrid(40, 40, [](int32_t ix, int32_t iy) { return Peaks(ix / 6.5 - 3, iy / 6.5 - 3); }), 40, 40);

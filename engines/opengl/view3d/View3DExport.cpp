@@ -209,18 +209,35 @@ HRESULT View3D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
         for (const Axes3D::PlacedText& text : texts)
             sink->AddText(text.text.c_str(), float(text.x), float(text.y), static_cast<SceneAnchor>(text.anchor),
                           &text.font, text.color);
+        // Overlay symbols (markers) become rectangles, one per run of equal
+        // pixels in a row, so that their transparent colour stays out and
+        // they stay sharp at any zoom.
+        for (const OverlayImage& image : overlayImages_) {
+            double x = 0, y = 0;
+            if (!projector.Project(box.ToScene(image.at.x, image.at.y, image.at.z), x, y)) continue;
+            const float left = float(std::lround(x)) - float(image.width / 2);
+            const float top = float(std::lround(y)) - float(image.height / 2);
+            const uint32_t transparent = image.transparent & 0xFFFFFF;
+            for (int32_t row = 0; row < image.height; ++row) {
+                const uint32_t* pixels = image.pixels.data() + size_t(row) * size_t(image.width);
+                for (int32_t start = 0; start < image.width;) {
+                    const uint32_t color = pixels[start] & 0xFFFFFF;
+                    int32_t end = start + 1;
+                    while (end < image.width && (pixels[end] & 0xFFFFFF) == color) ++end;
+                    if (color != transparent) {
+                        const float x0 = left + float(start), x1 = left + float(end);
+                        const float y0 = top + float(row), y1 = y0 + 1;
+                        const ScenePoint run[4] = {{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}};
+                        sink->AddPolygon(4, run, color, color, 0);
+                    }
+                    start = end;
+                }
+            }
+        }
         for (const OverlayText& text : overlayTexts_) {
             double x = 0, y = 0;
             if (!projector.Project(box.ToScene(text.at.x, text.at.y, text.at.z), x, y)) continue;
             sink->AddText(text.text.c_str(), float(x), float(y), SceneAnchor::Left, &text.font, text.color);
-        }
-        for (const OverlayImage& image : overlayImages_) {
-            double x = 0, y = 0;
-            if (!projector.Project(box.ToScene(image.at.x, image.at.y, image.at.z), x, y)) continue;
-            std::vector<uint32_t> pixels = image.pixels;
-            const ImageBuffer buffer{pixels.data(), image.width, image.height, image.width, 0};
-            sink->AddImage(float(x - image.width / 2.0), float(y - image.height / 2.0), float(image.width),
-                           float(image.height), &buffer);
         }
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
