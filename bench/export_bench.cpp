@@ -43,7 +43,8 @@ int Run(int32_t n, const std::string& keep) {
     control->SetGraphMode(0);
     site.Flush();
 
-    const std::filesystem::path folder = keep.empty() ? std::filesystem::temp_directory_path() : std::filesystem::path(keep);
+    const std::filesystem::path folder =
+        keep.empty() ? std::filesystem::temp_directory_path() : std::filesystem::path(keep);
     std::string json;
     for (const char* format : {"png", "svg", "pdf", "emf"}) {
         const std::filesystem::path file = folder / ("export_bench_" + std::to_string(n) + "." + format);

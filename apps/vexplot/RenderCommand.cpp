@@ -38,7 +38,8 @@ bool IsPlotFile(const std::string& path) {
 
 int Usage() {
     std::fprintf(stderr,
-                 "usage: vexplot render DATA -o OUT.png|OUT.bmp|OUT.svg|OUT.pdf|OUT.emf [--style surface|wireframe|bars|lines|points|image|"
+                 "usage: vexplot render DATA -o OUT.png|OUT.bmp|OUT.svg|OUT.pdf|OUT.emf\n"
+                 "       [--style surface|wireframe|bars|lines|points|image|"
                  "section]\n"
                  "           [--size WxH] [--palette 0-6] [--azimuth A] [--elevation E] [--distance D]\n"
                  "           [--xlabel T] [--ylabel T] [--zlabel T] [--title T] [--save-plot FILE.vxg]\n"

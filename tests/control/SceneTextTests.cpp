@@ -49,7 +49,8 @@ TEST(SceneTextTest, SuperscriptIsASmallerRaisedRunAndBadUtf8IsReplaced) {
     EXPECT_EQ(text.Runs()[1].text, "-3");
     EXPECT_DOUBLE_EQ(text.Runs()[1].size, 7);
     EXPECT_GT(text.Runs()[1].rise, 3);
-    EXPECT_EQ(SceneText::CodePoints("a\xC3\xA9\xFF" "b\xE2\x82"), (std::u32string{U'a', 0xE9, 0xFFFD, U'b', 0xFFFD, 0xFFFD}));
+    EXPECT_EQ(SceneText::CodePoints("a\xC3\xA9\xFF" "b\xE2\x82"),
+              (std::u32string{U'a', 0xE9, 0xFFFD, U'b', 0xFFFD, 0xFFFD}));
 }
 
 }  // namespace

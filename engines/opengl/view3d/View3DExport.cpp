@@ -26,6 +26,9 @@ constexpr uint64_t kMaxScreenCells = 1u << 22;
 // pixels: less than anything a reader sees.
 constexpr double kMergeTolerance = 0.2;
 
+// Cells merged into one polygon at most: a long polygon sorts by one depth
+// for all its length and could cover a neighbour in front of its far end.
+constexpr int32_t kMaxMergedCells = 16;
 // Pieces an axis line is cut into for sorting among the cells.
 constexpr int kSegmentPieces = 16;
 
@@ -335,7 +338,8 @@ void View3D::CollectLayer(const Layer& layer, const SceneBox& box, const Project
         auto onLine = [&](size_t a, size_t m, size_t b) {
             const double dx = screen[b].x - screen[a].x, dy = screen[b].y - screen[a].y;
             const double length = std::hypot(dx, dy);
-            if (length < 1e-9) return std::hypot(screen[m].x - screen[a].x, screen[m].y - screen[a].y) < kMergeTolerance;
+            if (length < 1e-9)
+                return std::hypot(screen[m].x - screen[a].x, screen[m].y - screen[a].y) < kMergeTolerance;
             const double off = std::fabs((screen[m].x - screen[a].x) * dy - (screen[m].y - screen[a].y) * dx) / length;
             return off < kMergeTolerance;
         };
@@ -352,7 +356,8 @@ void View3D::CollectLayer(const Layer& layer, const SceneBox& box, const Project
                 const uint32_t color = cellColor(ix, iy);
                 int32_t end = iy + 1;
                 if (!wire)
-                    while (end + 1 < ly && valid(ix, end) && cellColor(ix, end) == color &&
+                    while (end + 1 < ly && end - iy < kMaxMergedCells && valid(ix, end) &&
+                           cellColor(ix, end) == color &&
                            onLine(at(ix, iy), at(ix, end), at(ix, end + 1)) &&
                            onLine(at(ix + 1, iy), at(ix + 1, end), at(ix + 1, end + 1)))
                         ++end;
@@ -399,8 +404,9 @@ void View3D::CollectLayer(const Layer& layer, const SceneBox& box, const Project
         // Each bar is a box on the floor of the scene; its faces sort on
         // their own, so neighbours cover each other as on the screen.
         const double half = box.Half().z;
-        const double hx = lx > 1 ? std::fabs((box.ToScene(nodeX(1), 0, 0).x - box.ToScene(nodeX(0), 0, 0).x)) * 0.4 : 0.4;
-        const double hy = ly > 1 ? std::fabs((box.ToScene(0, nodeY(1), 0).y - box.ToScene(0, nodeY(0), 0).y)) * 0.4 : 0.4;
+        // Bars are 0.8 of the node spacing wide, as on screen.
+        const double hx = lx > 1 ? std::fabs(box.ToScene(nodeX(1), 0, 0).x - box.ToScene(nodeX(0), 0, 0).x) * 0.4 : 0.4;
+        const double hy = ly > 1 ? std::fabs(box.ToScene(0, nodeY(1), 0).y - box.ToScene(0, nodeY(0), 0).y) * 0.4 : 0.4;
         for (size_t i = 0; i < count; ++i) {
             if (!Finite(stored[i])) continue;
             const Vec3 top = scene[i];
