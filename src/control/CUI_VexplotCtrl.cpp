@@ -33,6 +33,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     points_.Add(kExEventsIid);
     AddViewCommands();
     AddExportCommands();
+    AddDialogCommands();
     AddPaletteCommands();
 }
 
