@@ -88,7 +88,9 @@ PYBIND11_MODULE(_vexplot, m) {
         .def("off", &PyControl::Off, py::arg("event"), py::arg("handler") = py::none(),
              "Removes a handler (all of the event's handlers without one).")
         .def("image", &PyControl::Image, "The current view as a height x width x 4 (RGBA) uint8 array.")
-        .def("save_image", &PyControl::SaveImage, py::arg("path"), "Saves the current view as .png or .bmp.")
+        .def("save_image", &PyControl::SaveImage, py::arg("path"), py::arg("width") = 0, py::arg("height") = 0,
+             "Saves the current view in the format the extension names: .png or .bmp rendered at width x height "
+             "pixels, .svg, .pdf or .emf drawn as vectors (0 x 0: the view's size).")
         .def("open_plot", &PyControl::OpenPlot, py::arg("path"),
              "Reads a whole plot (.vxg) saved by SaveSerialize into this control.")
         .def("show", &PyControl::Show, "Shows the control's window again (windowed controls).")

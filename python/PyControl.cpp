@@ -337,11 +337,11 @@ py::array_t<uint8_t> PyControl::Image() {
     return image;
 }
 
-void PyControl::SaveImage(const std::string& path) {
-    int32_t width = 0;
-    int32_t height = 0;
-    const std::vector<uint32_t> pixels = Render(&width, &height);
-    const std::string error = ImageFile::Save(path, {pixels, width, height});
+void PyControl::SaveImage(const std::string& path, int32_t width, int32_t height) {
+    // The format follows the extension (.png, .bmp, .svg, .pdf, .emf); a
+    // size of 0 x 0 is the view's.
+    std::string error;
+    Guard([&] { error = Control().ExportView(path, width, height); });
     if (!error.empty()) {
         PyErr_SetString(PyExc_OSError, error.c_str());
         throw py::error_already_set();

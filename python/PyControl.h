@@ -67,7 +67,7 @@ public:
 
     // pictures:
     py::array_t<uint8_t> Image();
-    void SaveImage(const std::string& path);
+    void SaveImage(const std::string& path, int32_t width = 0, int32_t height = 0);
 
     // plot files:
     // Reads a whole plot saved by SaveSerialize into this control, whatever

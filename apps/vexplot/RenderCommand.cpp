@@ -38,7 +38,8 @@ bool IsPlotFile(const std::string& path) {
 
 int Usage() {
     std::fprintf(stderr,
-                 "usage: vexplot render DATA -o OUT.png|OUT.bmp [--style surface|wireframe|bars|lines|points|image|"
+                 "usage: vexplot render DATA -o OUT.png|OUT.bmp|OUT.svg|OUT.pdf|OUT.emf\n"
+                 "       [--style surface|wireframe|bars|lines|points|image|"
                  "section]\n"
                  "           [--size WxH] [--palette 0-6] [--azimuth A] [--elevation E] [--distance D]\n"
                  "           [--xlabel T] [--ylabel T] [--zlabel T] [--title T] [--save-plot FILE.vxg]\n"
@@ -195,17 +196,12 @@ int Render(const Options& o, HeadlessSite& site) {
         return 1;
     }
 
-    const auto bitmap = static_cast<uint32_t>(control->RetrieveBitmap());
-    std::vector<uint32_t> pixels;
-    int32_t width = 0;
-    int32_t height = 0;
-    if (!bitmap || !site.ReadBitmap(bitmap, &pixels, &width, &height)) {
-        std::fprintf(stderr, "vexplot render: the view could not be rendered\n");
-        return 1;
-    }
-    site.DeleteBitmap(bitmap);
+    // The format follows the output's extension: a raster at the view's
+    // size, or a drawing of the same picture.
+    const PixelRect plot = control->GetPlotRect();
+    const int32_t width = plot.right - plot.left, height = plot.bottom - plot.top;
+    const std::string error = control->ExportView(o.output, width, height);
     control->Destroy();
-    const std::string error = ImageFile::Save(o.output, {pixels, width, height});
     if (!error.empty()) {
         std::fprintf(stderr, "vexplot render: %s\n", error.c_str());
         return 1;

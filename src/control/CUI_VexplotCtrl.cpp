@@ -32,6 +32,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     points_.Add(kEventsIid);
     points_.Add(kExEventsIid);
     AddViewCommands();
+    AddExportCommands();
     AddDialogCommands();
     AddPaletteCommands();
 }

@@ -296,14 +296,18 @@ public:
     // to the engine; the name is remembered even when the file is unreadable.
     void SetPaletteFile(const std::string& file);
     std::string GetPaletteFile() const { return palette_.GetFileName(); }
-    // Stores the name; the metafile export is reported as not implemented.
+    // Stores the name and exports the current view to that file at once
+    // (an Enhanced Metafile unless the extension names another format, see
+    // ExportView); a failure is reported through FireError.
     void SetMetaFileName(const std::string& file);
     const std::string& GetMetaFileName() const { return metaFileName_; }
     // Whether the data-cell tool tip text comes from the host through the
     // DataCellMouseOver event; kept by the active graph object.
     void EnableCustomDataCellToolTip(int32_t show);
-    // Printing and the about box are reported as not implemented.
+    // Prints the current view on the default printer without a dialog;
+    // no printer, or one that fails, is reported through FireError.
     void Print();
+    // The about box is reported as not implemented.
     void AboutBox();
     // DataCellMouseOver (dispid 3, _DVexplotExEvents only): the fifth,
     // by-reference argument carries `text` to the sinks and whatever the
@@ -404,6 +408,25 @@ public:
     // Never reported to the host.
     int32_t LastStateFailure() const { return stateFailure_; }
 
+    // ---- export, clipboard and printing (CUI_VexplotCtrlExport.cpp) ----
+    // Largest picture side an export accepts, in pixels.
+    static constexpr int32_t kMaxExportSide = 16384;
+    // Writes the current view to `path` in the format its extension names:
+    // ".png" and ".bmp" rendered at width x height pixels (in tiles where
+    // that exceeds what the device renders at once), ".svg", ".pdf" and
+    // ".emf" drawn as vectors for a picture of that size. A width or height
+    // of 0 takes the view's. Any other extension is written as `fallback`
+    // (".emf" for the metafile name; empty refuses it). The file is replaced
+    // only when the whole picture was written. Returns an empty string on
+    // success, else what went wrong.
+    std::string ExportView(const std::string& path, int32_t width = 0, int32_t height = 0,
+                           const std::string& fallback = "");
+    // The current view (3-D or flat) as a drawing of width x height
+    // pixels; false with `error` set when there is none.
+    bool BuildExportScene(int32_t width, int32_t height, ExportScene& scene, std::string* error);
+    // The current view rendered at width x height (1 to kMaxExportSide).
+    bool RenderView(int32_t width, int32_t height, std::vector<uint32_t>& pixels, std::string* error);
+
     // ---- palette editor and data editor (CUI_VexplotCtrlDialogs.cpp) ----
     // Runs the palette editor "Colors" over the control's palette: the plot
     // follows every change at once; Cancel puts the palette back as it was.
@@ -466,6 +489,14 @@ private:
     // Each group of commands adds its entries to commands_ once, at
     // construction.
     void AddViewCommands();
+    void AddExportCommands();
+    // The export commands' steps (CUI_VexplotCtrlExport.cpp): each reports
+    // a failure to the user through the site's message box.
+    void ExportThroughChooser(bool metafile);
+    void CopyViewToClipboard();
+    void PrintView(bool askUser, std::string* error);
+    // The current view's export interface; null without one.
+    ComPtr<IGraphSceneExport> SceneExport();
     void AddPaletteCommands();
 
     // auxiliary windows (CUI_VexplotCtrlWindows.cpp):

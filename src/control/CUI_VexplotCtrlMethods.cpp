@@ -299,16 +299,9 @@ void CUI_VexplotCtrl::SetPaletteFile(const std::string& file) {
 
 void CUI_VexplotCtrl::ReportNotImplemented() { FireError(kErrorNotImplemented, kTextNotImplemented); }
 
-// The enhanced-metafile export, printing and the about box are not part of
-// the control yet: each reports itself as not implemented, as the older
-// members of that kind do. The metafile name is kept all the same.
-void CUI_VexplotCtrl::SetMetaFileName(const std::string& file) {
-    metaFileName_ = file;
-    ReportNotImplemented();
-}
-
-void CUI_VexplotCtrl::Print() { ReportNotImplemented(); }
-
+// The about box is not part of the control yet: it reports itself as not
+// implemented, as the older members of that kind do. (The metafile export
+// and printing are in CUI_VexplotCtrlExport.cpp.)
 void CUI_VexplotCtrl::AboutBox() { ReportNotImplemented(); }
 
 void CUI_VexplotCtrl::EnableCustomDataCellToolTip(int32_t show) {

@@ -92,6 +92,16 @@ int32_t HeadlessSite::MessageBox(const std::string& text, const std::string& cap
     return buttons == MessageButtons::YesNo ? kAnswerYes : kAnswerOk;
 }
 
+bool HeadlessSite::CopyToClipboard(const ImageBuffer&, const std::string&, std::string* error) {
+    if (error) *error = "There is no clipboard: the control runs without a display.";
+    return false;
+}
+
+bool HeadlessSite::PrintScene(const SceneBuilder&, bool, std::string* error) {
+    if (error) *error = "There is no printer: the control runs without a display.";
+    return false;
+}
+
 int32_t HeadlessSite::RunDialog(IDialogLogic& dialog) {
     dialogsRun_.emplace_back(dialog.DialogName());
     const auto it = dialogScripts_.find(dialog.DialogName());

@@ -51,6 +51,9 @@ public:
     uint32_t CreateBitmap(const ImageBuffer& pixels) override;
     bool ReadBitmap(uint32_t bitmap, std::vector<uint32_t>* pixels, int32_t* width, int32_t* height) const override;
     void DeleteBitmap(uint32_t bitmap) override;
+    // No display: neither a clipboard nor a printer; each says so.
+    bool CopyToClipboard(const ImageBuffer&, const std::string&, std::string* error) override;
+    bool PrintScene(const SceneBuilder&, bool, std::string* error) override;
     void BindWindowLogic(WindowHandle, WindowLogic) override {}
     void SetWindowShape(WindowHandle window, const std::vector<PixelRect>* runs) override;
     void AnimateWindow(WindowHandle window, uint32_t flags, uint32_t milliseconds) override;

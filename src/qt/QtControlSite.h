@@ -6,6 +6,7 @@
 
 #include "site/IControlSite.h"
 
+class QPrinter;
 class QTimer;
 
 namespace vexplot {
@@ -68,6 +69,10 @@ public:
     // and offers no look into its queue: there is never a queued move to
     // supersede.
     bool MouseInputPending() const override { return false; }
+    // Clipboard and printer (QtSitePrinting.cpp).
+    bool CopyToClipboard(const ImageBuffer& image, const std::string& svg, std::string* error) override;
+    void SetUpPrinter() override;
+    bool PrintScene(const SceneBuilder& draw, bool askUser, std::string* error) override;
 
 private:
     struct Window {
@@ -93,6 +98,10 @@ private:
     WindowHandle nextWindow_ = 1;
     uint32_t nextBitmap_ = 1;
     int hiddenCursor_ = 0;
+    // The printer and page the user chose, kept for the next print; made
+    // on first use. (Shared: the type is only complete where it is used.)
+    std::shared_ptr<QPrinter> printer_;
+    QPrinter& Printer();
 };
 
 }  // namespace vexplot

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
@@ -8,6 +9,7 @@
 #include "site/IDialogLogic.h"
 #include "site/MenuModel.h"
 #include "site/WindowInput.h"
+#include "engine/ExportScene.h"
 #include "engine/IGraphEngine.h"
 #include "engine/WindowHandle.h"
 #include "model/LogicalFont.h"
@@ -164,6 +166,29 @@ public:
     virtual bool ReadBitmap(uint32_t bitmap, std::vector<uint32_t>* pixels, int32_t* width,
                             int32_t* height) const = 0;
     virtual void DeleteBitmap(uint32_t bitmap) = 0;
+
+    // clipboard and printer:
+    // Puts `image` on the clipboard, with `svg` (when not empty) beside it
+    // as "image/svg+xml" for programs that take drawings. False, with
+    // `error` saying why, where there is no clipboard.
+    virtual bool CopyToClipboard(const ImageBuffer& /*image*/, const std::string& /*svg*/, std::string* error) {
+        if (error) *error = "There is no clipboard to copy to.";
+        return false;
+    }
+    // Lets the user choose the printer and the page (the page set-up
+    // dialog); the choice holds for later prints of this site.
+    virtual void SetUpPrinter() {}
+    // Draws the view on one page. `draw` builds the picture for a page of
+    // width x height pixels at 96 dpi. With `askUser` the site shows the
+    // print preview, from which the user prints (to a PDF file when no
+    // printer is installed); without, it prints at once on the default
+    // printer. False, with `error` set, when nothing was printed: no
+    // printer, cancelled (error empty), or the printer failed.
+    using SceneBuilder = std::function<bool(int32_t width, int32_t height, ExportScene& scene)>;
+    virtual bool PrintScene(const SceneBuilder& /*draw*/, bool /*askUser*/, std::string* error) {
+        if (error) *error = "There is no printer here.";
+        return false;
+    }
 
     // auxiliary windows:
     // Hands the site the logic object of a window it made (see WindowLogic).

@@ -212,17 +212,20 @@ TEST_F(DispatchMethods, UnimplementedMembersReportThemselvesAndAnswerTheirFixedV
     EXPECT_EQ(CUI_VexplotCtrl::UnimplementedMembers().size(), answers.size() + 37);  // and 37 setters
 }
 
-TEST_F(DispatchMethods, MetafilePrintAndAboutReportTheirExportAsNotImplemented) {
+TEST_F(DispatchMethods, MetafileAndPrintSayWhatStopsThemAndAboutIsNotImplemented) {
+    // The recording engine draws no scene: the metafile export and printing
+    // report that, the about box is still to come.
     CreateWorking();
-    std::vector<HRESULT> errors;
-    control->OnError([&](HRESULT code, const std::string&) { errors.push_back(code); });
+    std::vector<std::string> errors;
+    control->OnError([&](HRESULT, const std::string& text) { errors.push_back(text); });
     ASSERT_EQ(Call(IdOf("SetMetaFileName"), {Variant("/tmp/view.emf")}), S_OK);
     Variant name;
     ASSERT_EQ(Call(IdOf("GetMetaFile"), {}, &name), S_OK);  // the older name reads the same member
     EXPECT_EQ(name.Bstr(), "/tmp/view.emf");
     ASSERT_EQ(Call(IdOf("Print"), {}), S_OK);
     ASSERT_EQ(Call(IdOf("AboutBox"), {}), S_OK);
-    EXPECT_EQ(errors, (std::vector<HRESULT>(3, CUI_VexplotCtrl::kErrorNotImplemented)));
+    EXPECT_EQ(errors, (std::vector<std::string>{"There is no view to export.", "There is no view to print.",
+                                                CUI_VexplotCtrl::kTextNotImplemented}));
 }
 
 // A sink of the current event interface that answers DataCellMouseOver with

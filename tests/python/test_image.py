@@ -36,9 +36,10 @@ class ImageTest(unittest.TestCase):
         corner = self.ctl.image()[1, 1]
         self.assertEqual(tuple(corner), (255, 0, 0, 255))
 
-    def test_save_image_writes_png_and_bmp(self):
+    def test_save_image_writes_every_format_by_extension(self):
         with tempfile.TemporaryDirectory() as folder:
-            for name, magic in [("view.png", b"\x89PNG"), ("view.BMP", b"BM")]:
+            for name, magic in [("view.png", b"\x89PNG"), ("view.BMP", b"BM"), ("view.svg", b"<?xml"),
+                                ("view.pdf", b"%PDF-"), ("view.emf", b"\x01\x00\x00\x00")]:
                 with self.subTest(name):
                     path = os.path.join(folder, name)
                     self.ctl.save_image(path)
@@ -48,6 +49,45 @@ class ImageTest(unittest.TestCase):
                 self.ctl.save_image(os.path.join(folder, "missing", "view.png"))
             with self.assertRaises(OSError):
                 self.ctl.save_image(os.path.join(folder, "view.gif"))
+
+    def test_vector_files_are_well_formed_drawings_with_texts(self):
+        import re
+        import xml.etree.ElementTree as ElementTree
+        with tempfile.TemporaryDirectory() as folder:
+            svg_path, pdf_path = os.path.join(folder, "view.svg"), os.path.join(folder, "view.pdf")
+            self.ctl.save_image(svg_path, 800, 600)
+            self.ctl.save_image(pdf_path, 800, 600)
+            root = ElementTree.parse(svg_path).getroot()
+            ns = "{http://www.w3.org/2000/svg}"
+            self.assertEqual((root.get("width"), root.get("height")), ("800", "600"))
+            self.assertGreater(len(root.findall(ns + "polygon")), 100)  # the surface's cells
+            texts = [t.text for t in root.findall(ns + "text")]
+            self.assertIn("0", texts)  # tick texts stay text
+            with open(pdf_path, "rb") as f:
+                pdf = f.read()
+            # Every object the cross-reference table lists starts where it says.
+            xref = int(re.search(rb"startxref\s+(\d+)", pdf).group(1))
+            self.assertTrue(pdf[xref:].startswith(b"xref"))
+            entries = re.findall(rb"(\d{10}) 00000 n ", pdf[xref:])
+            self.assertGreater(len(entries), 5)
+            for number, offset in enumerate(entries, start=1):
+                self.assertTrue(pdf[int(offset):].startswith(b"%d 0 obj" % number), number)
+            self.assertIn(b"/BaseFont /Helvetica", pdf)
+
+    def test_save_image_renders_at_the_asked_size_and_refuses_bad_sizes(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "big.png")
+            self.ctl.save_image(path, 900, 500)
+            with open(path, "rb") as f:
+                header = f.read(24)
+            self.assertEqual(int.from_bytes(header[16:20], "big"), 900)
+            self.assertEqual(int.from_bytes(header[20:24], "big"), 500)
+            for width, height in [(0, 100), (-5, 100), (100, 16385)]:
+                with self.subTest(size=(width, height)), self.assertRaises(OSError):
+                    self.ctl.save_image(path, width, height)
+            # A refused export leaves the earlier file as it was.
+            with open(path, "rb") as f:
+                self.assertEqual(f.read(24), header)
 
 
 class WindowTest(unittest.TestCase):

@@ -418,7 +418,7 @@ void Device2D::DrawImage(const FlatLayout& frame) {
     renderer_->DrawImage(params, engine_->Palette(), int32_t(colors.size()));
 }
 
-void Device2D::RenderFlat(const FlatLayout& frame, FlatScene& scene) {
+void Device2D::RenderFlat(const FlatLayout& frame, FlatScene& scene, bool drawLines) {
     const PixelRect image = frame.ImageRect();
     const DataRect v = frame.VisibleRange();
     const AxisSpan spanX{v.xMin, v.xMax, double(frame.MirrorX() ? image.right : image.left),
@@ -440,7 +440,7 @@ void Device2D::RenderFlat(const FlatLayout& frame, FlatScene& scene) {
         scene.AddAxis(WithTicks(axes_[size_t(AxisId::Palette)], extent_.zMin, extent_.zMax), FlatScene::Side::Right,
                       bar, spanZ);
     }
-    renderer_->DrawLines(scene.lines);
+    if (drawLines) renderer_->DrawLines(scene.lines);
 }
 
 SectionCurve Device2D::Section() const {

@@ -7,6 +7,7 @@
 
 #include "com/ComObject.h"
 #include "engine/IGraphDevice2D.h"
+#include "engine/IGraphSceneExport.h"
 #include "opengl/flat/FlatLayout.h"
 #include "opengl/flat/FlatScene.h"
 #include "opengl/gl/GridTexture.h"
@@ -30,7 +31,7 @@ class FlatRenderer;
 // on the CPU and shown sampled down. Redraws cost the same whatever the
 // grid's size.
 // Calls come from the control's user-interface thread.
-class Device2D final : public ComObject<IGraphDevice2D> {
+class Device2D final : public ComObject<IGraphDevice2D, IGraphSceneExport> {
 public:
     // Makes the context current and builds the GL programs; throws
     // std::runtime_error when that fails. `engine` must outlive the device
@@ -74,6 +75,13 @@ public:
     const FlatLayout& Layout() const { return layout_; }
     bool DataFlag() const { return dataFlag_; }
 
+    // IGraphSceneExport (Device2DExport.cpp): the palette image as pixels
+    // under the axes' lines and texts.
+    HRESULT BuildScene(int32_t width, int32_t height, ISceneSink* sink) override;
+    HRESULT RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t fullHeight, int32_t left,
+                       int32_t top) override;
+    HRESULT GetMaxRenderSize(int32_t* size) override;
+
 private:
     ~Device2D() override;
 
@@ -81,7 +89,9 @@ private:
     // target's size, scaled by its pixel ratio.
     FlatLayout FrameFor(const ImageBuffer& target) const;
     HRESULT Render(const ImageBuffer& target, const FlatLayout& frame);
-    void RenderFlat(const FlatLayout& frame, FlatScene& scene);
+    // Draws the palette image and colour bar, and the axes' lines unless
+    // `drawLines` is false (a drawing takes them as lines of its own).
+    void RenderFlat(const FlatLayout& frame, FlatScene& scene, bool drawLines = true);
     void RenderSection(const FlatLayout& frame, FlatScene& scene);
     void DrawImage(const FlatLayout& frame);
     FlatAxis* AxisFor(AxisId axis);

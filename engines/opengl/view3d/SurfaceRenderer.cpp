@@ -159,6 +159,17 @@ void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, 
         break;
     case GraphStyle::Wireframe:
     case GraphStyle::Lines: {
+        if (layer.style == GraphStyle::Wireframe) {
+            // Hidden lines: the surface goes into the depth buffer first,
+            // pushed back a little so that its own lines stay in front of
+            // it, and hides every line behind it.
+            glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+            glEnable(GL_POLYGON_OFFSET_FILL);
+            glPolygonOffset(1.0f, 1.0f);
+            DrawFilled(layer, level, box, frame);
+            glDisable(GL_POLYGON_OFFSET_FILL);
+            glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+        }
         Bind(lines_, layer, level, box, frame, xs.first, ys.first);
         const GLint firstNode = lines_.Uniform("firstNode");
         // Instances are lines of nodes along y, then (wireframe) along x.

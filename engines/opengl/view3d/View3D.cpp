@@ -177,11 +177,27 @@ HRESULT View3D::RenderToImage(const ImageBuffer* image) {
     return Render(*image, kUpdateFull);
 }
 
-HRESULT View3D::Render(const ImageBuffer& target, int32_t detail) {
+HRESULT View3D::Render(const ImageBuffer& target, int32_t detail, const Tile* tile) {
     if (!Ready()) return E_FAIL;
     try {
         const SceneBox box = Box();
-        const Projector projector = MakeProjector(target.width, target.height);
+        // A tile places texts with the whole picture's projector and draws
+        // the GL part through a projection narrowed to the tile's window.
+        const Projector projector = tile ? MakeProjector(tile->fullWidth, tile->fullHeight)
+                                         : MakeProjector(target.width, target.height);
+        Projector glProjector = projector;
+        int32_t shiftX = 0, shiftY = 0;
+        if (tile) {
+            const double fw = tile->fullWidth, fh = tile->fullHeight, w = target.width, h = target.height;
+            Matrix4 window = Matrix4::Identity();
+            window.At(0, 0) = fw / w;
+            window.At(0, 3) = (fw - 2.0 * tile->left) / w - 1.0;
+            window.At(1, 1) = fh / h;
+            window.At(1, 3) = 1.0 - (fh - 2.0 * tile->top) / h;
+            glProjector = {window * projector.viewProjection, target.width, target.height};
+            shiftX = -tile->left;
+            shiftY = -tile->top;
+        }
         const PixelScale scale(target);
         // Levels are reduced in framebuffers of their own: before the
         // scene's framebuffer is bound.
@@ -207,14 +223,15 @@ HRESULT View3D::Render(const ImageBuffer& target, int32_t detail) {
         lines_->Clear();
         const std::vector<Axes3D::PlacedText> texts =
             axes_.Build(box, camera_.Position(), projector, engine_.Text(), *lines_, scale);
-        lines_->Draw(projector.viewProjection, scale(lineWidth_));
-        DrawScene(box, projector, scale, draws);
-        DrawOverlayLines(box, projector, scale);
+        lines_->Draw(glProjector.viewProjection, scale(lineWidth_));
+        DrawScene(box, glProjector, scale, draws);
+        DrawOverlayLines(box, glProjector, scale);
         target_->ReadInto(target);
 
         for (const Axes3D::PlacedText& text : texts)
-            engine_.Text().Draw(target, text.text, text.x, text.y, text.anchor, text.font, text.color);
-        DrawOverlayPixels(target, box, projector, scale);
+            engine_.Text().Draw(target, text.text, text.x + shiftX, text.y + shiftY, text.anchor, text.font,
+                                text.color);
+        DrawOverlayPixels(target, box, tile ? glProjector : projector, scale);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {

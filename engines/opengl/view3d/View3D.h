@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "com/ComObject.h"
+#include "engine/IGraphSceneExport.h"
 #include "engine/IGraphView3D.h"
 #include "opengl/view3d/Axes3D.h"
 #include "opengl/view3d/Camera.h"
@@ -26,7 +27,7 @@ class SurfaceRenderer;
 // the axis texts and the annotation overlay. Update renders into a pixel
 // cache at the window's size that Draw copies out; RenderToImage renders
 // into the caller's buffer and leaves the cache alone.
-class View3D final : public ComObject<IGraphView3D> {
+class View3D final : public ComObject<IGraphView3D, IGraphSceneExport> {
 public:
     // Cells drawn by Update(kUpdateMoving) unless SetDetailBudget says
     // otherwise: a moving frame at 1024 x 768 stays near 30 ms on llvmpipe
@@ -101,6 +102,12 @@ public:
     HRESULT Pick(int32_t px, int32_t py, Point3* point) override;
     HRESULT SetEveryCell(bool everyCell) override;
 
+    // IGraphSceneExport (View3DExport.cpp)
+    HRESULT BuildScene(int32_t width, int32_t height, ISceneSink* sink) override;
+    HRESULT RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t fullHeight, int32_t left,
+                       int32_t top) override;
+    HRESULT GetMaxRenderSize(int32_t* size) override;
+
 private:
     ~View3D() override;
 
@@ -133,7 +140,16 @@ private:
     // SurfaceRenderer::Frame::batchPrimitives for this context.
     uint32_t BatchPrimitives() const;
     HeightField::Level LevelFor(Layer& layer, int32_t detail, uint64_t pixels, const SceneBox& box);
-    HRESULT Render(const ImageBuffer& target, int32_t detail);
+    // A part of a larger picture: the render's pixels are the window
+    // (left, top) of a picture of fullWidth x fullHeight.
+    struct Tile {
+        int32_t fullWidth, fullHeight, left, top;
+    };
+    HRESULT Render(const ImageBuffer& target, int32_t detail, const Tile* tile = nullptr);
+    // The layer's cells as depth-sorted primitives (View3DExport.cpp).
+    struct ScenePrimitive;
+    void CollectLayer(const Layer& layer, const SceneBox& box, const Projector& projector, uint64_t pixels,
+                      std::vector<ScenePrimitive>& out);
     // Renders the pending detail into the cache at the given size and
     // pixel ratio (hundredths).
     HRESULT RenderCache(int32_t width, int32_t height, int32_t pixelRatio);

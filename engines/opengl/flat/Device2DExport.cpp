@@ -1,0 +1,81 @@
+// The flat view as a drawing: the palette image and the colour bar stay
+// pixels (they are images), the axes and grid lines become lines and the
+// texts text on top of them.
+#include <algorithm>
+#include <cstring>
+
+#include "opengl/flat/Device2D.h"
+#include "opengl/flat/FlatRenderer.h"
+#include "opengl/gl/EngineContext.h"
+
+namespace vexplot {
+
+HRESULT Device2D::GetMaxRenderSize(int32_t* size) {
+    if (!size) return E_POINTER;
+    if (!engine_ || !engine_->MakeCurrent()) return E_FAIL;
+    GLint renderbuffer = 0, viewport[2] = {0, 0};
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &renderbuffer);
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewport);
+    *size = std::max<int32_t>(1, std::min({renderbuffer, viewport[0], viewport[1]}));
+    return S_OK;
+}
+
+HRESULT Device2D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
+    if (!sink) return E_POINTER;
+    if (width <= 0 || height <= 0) return E_INVALIDARG;
+    if (!renderer_ || !engine_) return E_UNEXPECTED;
+    if (!engine_->MakeCurrent()) return E_FAIL;
+    try {
+        std::vector<uint32_t> pixels(static_cast<size_t>(width) * static_cast<size_t>(height));
+        const ImageBuffer image{pixels.data(), width, height, width, 0};
+        const FlatLayout frame = FrameFor(image);
+        renderer_->Begin(width, height, background_);
+        FlatScene scene(engine_->Text(), PixelScale(frame.PixelRatio()));
+        // The section's curve and symbols stay in the pixels with its axes;
+        // the flat view's axes and grid lines become lines of the drawing.
+        const bool section = HasGrid() && section_.mode != 0;
+        if (section) RenderSection(frame, scene);
+        else RenderFlat(frame, scene, false);
+        renderer_->Finish(image);
+        sink->AddImage(0, 0, float(width), float(height), &image);
+        if (!section)
+            for (const FlatLine& line : scene.lines) {
+                const ScenePoint ends[2] = {{line.x0, line.y0}, {line.x1, line.y1}};
+                sink->AddPolyline(2, ends, line.color, line.width);
+            }
+        for (const FlatText& t : scene.texts)
+            sink->AddText(t.text.c_str(), float(t.x), float(t.y), static_cast<SceneAnchor>(t.anchor), &t.font,
+                          t.color);
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    } catch (const std::exception&) {
+        return E_FAIL;
+    }
+    return S_OK;
+}
+
+HRESULT Device2D::RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t fullHeight, int32_t left,
+                             int32_t top) {
+    if (!tile || !tile->pixels || tile->width <= 0 || tile->height <= 0 || tile->stride < tile->width)
+        return E_INVALIDARG;
+    if (fullWidth <= 0 || fullHeight <= 0 || left < 0 || top < 0 || left + tile->width > fullWidth ||
+        top + tile->height > fullHeight)
+        return E_INVALIDARG;
+    // The flat picture is cheap and its layout depends on the whole size:
+    // it is rendered whole (kept by the frame cache between the tiles) and
+    // the tile's window copied out.
+    try {
+        std::vector<uint32_t> full(static_cast<size_t>(fullWidth) * static_cast<size_t>(fullHeight));
+        const ImageBuffer whole{full.data(), fullWidth, fullHeight, fullWidth, tile->pixelRatio};
+        if (const HRESULT hr = Render(whole, FrameFor(whole)); FAILED(hr)) return hr;
+        for (int32_t y = 0; y < tile->height; ++y)
+            std::memcpy(tile->pixels + static_cast<size_t>(y) * static_cast<size_t>(tile->stride),
+                        full.data() + static_cast<size_t>(top + y) * static_cast<size_t>(fullWidth) + size_t(left),
+                        static_cast<size_t>(tile->width) * sizeof(uint32_t));
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+    return S_OK;
+}
+
+}  // namespace vexplot
