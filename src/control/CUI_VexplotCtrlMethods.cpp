@@ -299,9 +299,9 @@ void CUI_VexplotCtrl::SetPaletteFile(const std::string& file) {
 
 void CUI_VexplotCtrl::ReportNotImplemented() { FireError(kErrorNotImplemented, kTextNotImplemented); }
 
-// The enhanced-metafile export, printing and the about box are not part of
-// the control yet: each reports itself as not implemented, as the older
-// members of that kind do. The metafile name is kept all the same.
+// The enhanced-metafile export and printing are not part of the control
+// yet: each reports itself as not implemented, as the older members of that
+// kind do. The metafile name is kept all the same.
 void CUI_VexplotCtrl::SetMetaFileName(const std::string& file) {
     metaFileName_ = file;
     ReportNotImplemented();
@@ -309,7 +309,6 @@ void CUI_VexplotCtrl::SetMetaFileName(const std::string& file) {
 
 void CUI_VexplotCtrl::Print() { ReportNotImplemented(); }
 
-void CUI_VexplotCtrl::AboutBox() { ReportNotImplemented(); }
 
 void CUI_VexplotCtrl::EnableCustomDataCellToolTip(int32_t show) {
     if (CGD_GraphObject* graph = Active()) graph->SetCustomToolTip(show != 0);
