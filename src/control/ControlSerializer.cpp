@@ -97,9 +97,12 @@ void ControlSerializer::StoreHeader(CArchive& archive) {
 
 void ControlSerializer::LoadHeader(CArchive& archive, Loaded& loaded) {
     const uint32_t version = archive.ReadUInt32("header version");
-    if (version >> 16 != kVersion >> 16)
-        archive.Fail("header version", "is " + std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFF) +
-                                           ", not 1.x");
+    const std::string text = std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFF);
+    const std::string ours = std::to_string(kVersion >> 16) + "." + std::to_string(kVersion & 0xFFFF);
+    if (version > kVersion && version >> 16 >= kVersion >> 16)
+        archive.Fail("header version", "is " + text + ": the file was written by a newer version of Vexplot, and "
+                                       "this one reads versions up to " + ours);
+    if (version >> 16 != kVersion >> 16) archive.Fail("header version", "is " + text + ", not 1.x");
     const int32_t width = archive.ReadInt32("control width");
     const int32_t height = archive.ReadInt32("control height");
     const std::string caption = archive.ReadString("caption");
