@@ -10,6 +10,7 @@
 
 #include "EventLoop.h"
 #include "PyControl.h"
+#include "control/CommandTable.h"
 #include "automation/TypeLibEnums.h"
 #include "com/ClassRegistry.h"
 #include "engine/EngineClasses.h"
@@ -94,6 +95,10 @@ PYBIND11_MODULE(_vexplot, m) {
         .def("save_image", &PyControl::SaveImage, py::arg("path"), "Saves the current view as .png or .bmp.")
         .def("open_plot", &PyControl::OpenPlot, py::arg("path"),
              "Reads a whole plot (.vxg) saved by SaveSerialize into this control.")
+        .def("command", &PyControl::Command, py::arg("id"),
+             "Runs a menu or accelerator command by id (vexplot.Command), as if the user chose it.")
+        .def("answer_file_dialogs", &PyControl::AnswerFileDialogs, py::arg("path"),
+             "Headless controls: later file dialogs answer with path (None cancels them).")
         .def("show", &PyControl::Show, "Shows the control's window again (windowed controls).")
         .def("close", &PyControl::Close, "Destroys the control (and its window); later calls raise.");
 
@@ -103,4 +108,10 @@ PYBIND11_MODULE(_vexplot, m) {
     m.def("register_engine", &RegisterEngine, py::arg("path") = std::string(),
           "Registers the OpenGL engine plug-in in the settings store (as `vexplot register`).");
     m.def("_enumerations", &Enumerations);
+    m.def("_commands", [] {
+        py::list commands;
+        for (const CommandTable::NamedCommand& c : CommandTable::Commands())
+            commands.append(py::make_tuple(std::string(c.name), c.command));
+        return commands;
+    });
 }

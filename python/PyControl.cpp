@@ -335,6 +335,25 @@ void PyControl::OpenPlot(const std::string& path) {
     }
 }
 
+// -- commands --
+
+bool PyControl::Command(int32_t id) {
+    bool done = false;
+    ComPtr<CUI_VexplotCtrl> control(&Control());
+    Guard([&] { done = control->DoCommand(id); });
+    return done;
+}
+
+void PyControl::AnswerFileDialogs(std::optional<std::string> path) {
+    Control();
+    if (!headless_) throw std::runtime_error("a windowed control asks the user: its file dialogs are real");
+    if (!path) {
+        headless_->AnswerFileDialog(nullptr);
+        return;
+    }
+    headless_->AnswerFileDialog([answer = *path](const FileDialogRequest&) { return std::optional(answer); });
+}
+
 // -- the window --
 
 void PyControl::Show() {

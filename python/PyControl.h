@@ -3,6 +3,7 @@
 #include <pybind11/pybind11.h>
 
 #include <map>
+#include <optional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -71,6 +72,14 @@ public:
     // it saved before (LoadSerialize reads only into a control that has
     // saved to a file itself). OSError when the file cannot be read.
     void OpenPlot(const std::string& path);
+
+    // commands:
+    // Runs a command of the menu or the accelerators by its id, exactly as
+    // if the user chose it; False when it is unknown or not available now.
+    bool Command(int32_t id);
+    // Headless controls: the path every later file dialog answers with
+    // (None: the dialogs are cancelled, as they are at first).
+    void AnswerFileDialogs(std::optional<std::string> path);
 
     // the window:
     void Show();

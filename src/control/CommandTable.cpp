@@ -133,6 +133,46 @@ constexpr std::array kUnlistedCommands{
     CommandText{cmd::kSelectNext, "Select the next object"},
 };
 
+constexpr std::array kNamedCommands{
+    CommandTable::NamedCommand{"ControlProperties", cmd::kControlProperties},
+    CommandTable::NamedCommand{"Select", cmd::kSelect},
+    CommandTable::NamedCommand{"Pan", cmd::kPan},
+    CommandTable::NamedCommand{"Zoom", cmd::kZoom},
+    CommandTable::NamedCommand{"Label", cmd::kLabel},
+    CommandTable::NamedCommand{"Marker", cmd::kMarker},
+    CommandTable::NamedCommand{"Tracer", cmd::kTracer},
+    CommandTable::NamedCommand{"DiffTracer", cmd::kDiffTracer},
+    CommandTable::NamedCommand{"Region", cmd::kRegion},
+    CommandTable::NamedCommand{"Grid", cmd::kGrid},
+    CommandTable::NamedCommand{"Mesh", cmd::kMesh},
+    CommandTable::NamedCommand{"ExternalResampling", cmd::kExternalResampling},
+    CommandTable::NamedCommand{"Mode2D", cmd::k2DMode},
+    CommandTable::NamedCommand{"Mode3D", cmd::k3DMode},
+    CommandTable::NamedCommand{"GraphTitle", cmd::kGraphTitle},
+    CommandTable::NamedCommand{"InfoWindow", cmd::kInfoWindow},
+    CommandTable::NamedCommand{"LegendWindow", cmd::kLegendWindow},
+    CommandTable::NamedCommand{"NavigatorWindow", cmd::kNavigatorWindow},
+    CommandTable::NamedCommand{"MaximizeView", cmd::kMaximizeView},
+    CommandTable::NamedCommand{"StatusBar", cmd::kStatusBar},
+    CommandTable::NamedCommand{"LoadVexplot", cmd::kLoadVexplot},
+    CommandTable::NamedCommand{"SaveVexplot", cmd::kSaveVexplot},
+    CommandTable::NamedCommand{"LoadData", cmd::kLoadData},
+    CommandTable::NamedCommand{"SaveData", cmd::kSaveData},
+    CommandTable::NamedCommand{"ExportBmp", cmd::kExportBmp},
+    CommandTable::NamedCommand{"ExportEmf", cmd::kExportEmf},
+    CommandTable::NamedCommand{"CopyToClipboard", cmd::kCopyToClipboard},
+    CommandTable::NamedCommand{"PrintSetup", cmd::kPrintSetup},
+    CommandTable::NamedCommand{"Print", cmd::kPrint},
+    CommandTable::NamedCommand{"EditPalette", cmd::kEditPalette},
+    CommandTable::NamedCommand{"LoadPalette", cmd::kLoadPalette},
+    CommandTable::NamedCommand{"SavePalette", cmd::kSavePalette},
+    CommandTable::NamedCommand{"KeyboardMap", cmd::kKeyboardMap},
+    CommandTable::NamedCommand{"About", cmd::kAbout},
+    CommandTable::NamedCommand{"OpenMenu", cmd::kOpenMenu},
+    CommandTable::NamedCommand{"ObjectProperties", cmd::kObjectProperties},
+    CommandTable::NamedCommand{"SelectNext", cmd::kSelectNext},
+};
+
 constexpr int32_t kAllTools = 0;
 
 constexpr std::array kToolKeys{
@@ -235,6 +275,8 @@ std::string CommandTable::KeyText(int32_t key, uint32_t modifiers) {
 }
 
 std::span<const CommandTable::ToolKey> CommandTable::ToolKeys() { return kToolKeys; }
+
+std::span<const CommandTable::NamedCommand> CommandTable::Commands() { return kNamedCommands; }
 
 std::span<const CommandTable::Accelerator> CommandTable::Accelerators() {
     return kAccelerators;

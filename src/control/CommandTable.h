@@ -66,6 +66,14 @@ public:
     // "Ctrl+Alt+O", "Alt+Enter", "Keypad +": a key as the user reads it.
     static std::string KeyText(int32_t key, uint32_t modifiers);
 
+    // Every command by a script-friendly name ("LoadVexplot", "Mode2D"), in
+    // menu order, then the commands only keys send.
+    struct NamedCommand {
+        std::string_view name;
+        int32_t command;
+    };
+    static std::span<const NamedCommand> Commands();
+
     // accelerators:
     static std::span<const Accelerator> Accelerators();
     // The keys the interaction tools handle while they are active.

@@ -24,6 +24,9 @@ namespace {
 // the control's size alone.
 constexpr int32_t kMaxExtent = 16384;
 
+// The highest major version taken for a real plot of a later program.
+constexpr uint32_t kLastPlausibleMajor = 255;
+
 // The info window's item bits in the order the stream holds their flags:
 // diff tracer, region, tracer, marker, zoom (position comes last, after
 // the transparency and visibility flags).
@@ -99,7 +102,11 @@ void ControlSerializer::LoadHeader(CArchive& archive, Loaded& loaded) {
     const uint32_t version = archive.ReadUInt32("header version");
     const std::string text = std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFF);
     const std::string ours = std::to_string(kVersion >> 16) + "." + std::to_string(kVersion & 0xFFFF);
-    if (version > kVersion && version >> 16 >= kVersion >> 16)
+    // A later minor version, or a major version a little above ours, is a
+    // plot from a newer program; other numbers are not a plot at all.
+    const uint32_t major = version >> 16;
+    const bool newer = version > kVersion && major >= kVersion >> 16 && major <= kLastPlausibleMajor;
+    if (newer)
         archive.Fail("header version", "is " + text + ": the file was written by a newer version of Vexplot, and "
                                        "this one reads versions up to " + ours);
     if (version >> 16 != kVersion >> 16) archive.Fail("header version", "is " + text + ", not 1.x");

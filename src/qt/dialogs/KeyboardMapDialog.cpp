@@ -1,0 +1,36 @@
+#include "qt/dialogs/KeyboardMapDialog.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "control/KeyboardMapLogic.h"
+
+namespace vexplot {
+
+KeyboardMapDialog::KeyboardMapDialog(const KeyboardMapLogic& logic, QWidget* parent) : QDialog(parent) {
+    setWindowTitle(tr("Keyboard Map"));
+    auto* table = new QTableWidget(static_cast<int>(logic.Rows().size()), 3, this);
+    table->setHorizontalHeaderLabels({tr("Keys"), tr("Action"), tr("Where")});
+    table->verticalHeader()->hide();
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    int row = 0;
+    for (const KeyboardMapLogic::Row& r : logic.Rows()) {
+        table->setItem(row, 0, new QTableWidgetItem(QString::fromStdString(r.keys)));
+        table->setItem(row, 1, new QTableWidgetItem(QString::fromStdString(r.action)));
+        table->setItem(row, 2, new QTableWidgetItem(QString::fromStdString(r.where)));
+        ++row;
+    }
+    table->resizeColumnsToContents();
+    table->horizontalHeader()->setStretchLastSection(true);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(table);
+    layout->addWidget(buttons);
+    resize(560, 440);
+}
+
+}  // namespace vexplot
