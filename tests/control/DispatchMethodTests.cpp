@@ -212,7 +212,7 @@ TEST_F(DispatchMethods, UnimplementedMembersReportThemselvesAndAnswerTheirFixedV
     EXPECT_EQ(CUI_VexplotCtrl::UnimplementedMembers().size(), answers.size() + 37);  // and 37 setters
 }
 
-TEST_F(DispatchMethods, MetafilePrintAndAboutReportTheirExportAsNotImplemented) {
+TEST_F(DispatchMethods, MetafileAndPrintReportTheirExportAsNotImplementedWhileAboutOpensTheAboutBox) {
     CreateWorking();
     std::vector<HRESULT> errors;
     control->OnError([&](HRESULT code, const std::string&) { errors.push_back(code); });
@@ -222,7 +222,8 @@ TEST_F(DispatchMethods, MetafilePrintAndAboutReportTheirExportAsNotImplemented) 
     EXPECT_EQ(name.Bstr(), "/tmp/view.emf");
     ASSERT_EQ(Call(IdOf("Print"), {}), S_OK);
     ASSERT_EQ(Call(IdOf("AboutBox"), {}), S_OK);
-    EXPECT_EQ(errors, (std::vector<HRESULT>(3, CUI_VexplotCtrl::kErrorNotImplemented)));
+    EXPECT_EQ(errors, (std::vector<HRESULT>(2, CUI_VexplotCtrl::kErrorNotImplemented)));
+    EXPECT_EQ(site.dialogs, std::vector<std::string>{"About"});
 }
 
 // A sink of the current event interface that answers DataCellMouseOver with
