@@ -95,8 +95,6 @@ PYBIND11_MODULE(_vexplot, m) {
         .def("save_image", &PyControl::SaveImage, py::arg("path"), "Saves the current view as .png or .bmp.")
         .def("open_plot", &PyControl::OpenPlot, py::arg("path"),
              "Reads a whole plot (.vxg) saved by SaveSerialize into this control.")
-        .def("command", &PyControl::Command, py::arg("id"),
-             "Runs a menu or accelerator command by id (vexplot.Command), as if the user chose it.")
         .def("answer_file_dialogs", &PyControl::AnswerFileDialogs, py::arg("path"),
              "Headless controls: later file dialogs answer with path (None cancels them).")
         .def("show", &PyControl::Show, "Shows the control's window again (windowed controls).")

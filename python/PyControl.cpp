@@ -335,14 +335,7 @@ void PyControl::OpenPlot(const std::string& path) {
     }
 }
 
-// -- commands --
-
-bool PyControl::Command(int32_t id) {
-    bool done = false;
-    ComPtr<CUI_VexplotCtrl> control(&Control());
-    Guard([&] { done = control->DoCommand(id); });
-    return done;
-}
+// -- file dialogs --
 
 void PyControl::AnswerFileDialogs(std::optional<std::string> path) {
     Control();

@@ -73,10 +73,7 @@ public:
     // saved to a file itself). OSError when the file cannot be read.
     void OpenPlot(const std::string& path);
 
-    // commands:
-    // Runs a command of the menu or the accelerators by its id, exactly as
-    // if the user chose it; False when it is unknown or not available now.
-    bool Command(int32_t id);
+    // file dialogs:
     // Headless controls: the path every later file dialog answers with
     // (None: the dialogs are cancelled, as they are at first).
     void AnswerFileDialogs(std::optional<std::string> path);

@@ -18,7 +18,7 @@ public:
 
     AboutLogic(std::string title, std::vector<Line> lines) : title_(std::move(title)), lines_(std::move(lines)) {}
     std::string_view DialogName() const override { return kName; }
-    // "Vexplot 0.1.0"
+    // "Vexplot"
     const std::string& Title() const { return title_; }
     const std::vector<Line>& Lines() const { return lines_; }
 

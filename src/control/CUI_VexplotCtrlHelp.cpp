@@ -75,7 +75,7 @@ CUI_VexplotCtrl::AboutInfo CUI_VexplotCtrl::About() {
 void CUI_VexplotCtrl::AboutBox() {
     if (!site_) return;
     const AboutInfo info = About();
-    AboutLogic about(info.name + " " + info.version,
+    AboutLogic about(info.name,
                      {{"Version", info.version},
                       {"Graph engine", info.engine.empty() ? "none running" : info.engine},
                       {"Renderer", info.renderer.empty() ? "unknown" : info.renderer},

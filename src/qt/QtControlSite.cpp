@@ -224,7 +224,9 @@ std::optional<std::string> QtControlSite::ChooseFile(const FileDialogRequest& re
     dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilters({QString::fromStdString(request.filter), QStringLiteral("All files (*)")});
-    if (!request.extension.empty()) dialog.setDefaultSuffix(QString::fromStdString(request.extension.substr(1)));
+    // Only a name typed to save gets the extension; an open dialog takes the
+    // name as typed.
+    if (request.save && !request.extension.empty()) dialog.setDefaultSuffix(QString::fromStdString(request.extension.substr(1)));
     if (!request.initialPath.empty()) dialog.selectFile(QString::fromStdString(request.initialPath));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return dialog.selectedFiles().front().toStdString();

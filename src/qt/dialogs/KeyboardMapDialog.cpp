@@ -14,6 +14,7 @@ KeyboardMapDialog::KeyboardMapDialog(const KeyboardMapLogic& logic, QWidget* par
     auto* table = new QTableWidget(static_cast<int>(logic.Rows().size()), 3, this);
     table->setHorizontalHeaderLabels({tr("Keys"), tr("Action"), tr("Where")});
     table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     int row = 0;
@@ -30,7 +31,7 @@ KeyboardMapDialog::KeyboardMapDialog(const KeyboardMapLogic& logic, QWidget* par
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(table);
     layout->addWidget(buttons);
-    resize(560, 440);
+    resize(600, 620);
 }
 
 }  // namespace vexplot
