@@ -90,7 +90,11 @@ TEST_F(VexplotWidgetTest, MenuOffersTheWindowCommandsAndShowsLaterOnesDisabled) 
     walk(control.PopupMenu());
     EXPECT_EQ(all.size(), 34u);
     EXPECT_EQ(enabled, (std::set<int32_t>{cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow,
-                                          cmd::kLegendWindow, cmd::kNavigatorWindow, cmd::kStatusBar}));
+                                          cmd::kLegendWindow, cmd::kNavigatorWindow, cmd::kStatusBar,
+                                          // files and help; Save Data waits for a graph object
+                                          cmd::kExternalResampling, cmd::kLoadVexplot, cmd::kSaveVexplot,
+                                          cmd::kLoadData, cmd::kLoadPalette, cmd::kSavePalette, cmd::kKeyboardMap,
+                                          cmd::kAbout}));
 }
 
 TEST_F(VexplotWidgetTest, WindowCommandsToggleTheirWindows) {
