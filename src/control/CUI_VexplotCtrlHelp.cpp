@@ -12,10 +12,7 @@
 #include "control/KeyboardMapLogic.h"
 #include "engine/IGraphEngineInfo.h"
 #include "settings/SettingsStore.h"
-
-#ifndef VEXPLOT_VERSION
-#define VEXPLOT_VERSION "unknown"
-#endif
+#include "vexplot/Version.h"
 
 namespace vexplot {
 
@@ -59,7 +56,7 @@ void CUI_VexplotCtrl::KeyboardMapCommand() {
 CUI_VexplotCtrl::AboutInfo CUI_VexplotCtrl::About() {
     AboutInfo info;
     info.name = "Vexplot";
-    info.version = VEXPLOT_VERSION;
+    info.version = Version();
     if (IGraphEngine* engine = GetEngine()) {
         info.engine = EngineName();
         if (const ComPtr<IGraphEngineInfo> details = ComPtr<IGraphEngine>(engine).As<IGraphEngineInfo>()) {
