@@ -34,6 +34,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     AddViewCommands();
     AddFileCommands();
     AddHelpCommands();
+    AddDialogCommands();
     AddPaletteCommands();
 }
 

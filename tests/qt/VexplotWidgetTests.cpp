@@ -90,9 +90,9 @@ TEST_F(VexplotWidgetTest, MenuOffersEveryWindowCommand) {
     walk(control.PopupMenu());
     EXPECT_EQ(all.size(), 34u);
     for (int32_t command : {cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow, cmd::kLegendWindow,
-                            cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kExternalResampling,
-                            cmd::kLoadVexplot, cmd::kSaveVexplot, cmd::kLoadData, cmd::kLoadPalette,
-                            cmd::kSavePalette, cmd::kKeyboardMap, cmd::kAbout}) {
+                            cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kControlProperties, cmd::kMaximizeView,
+                            cmd::kExternalResampling, cmd::kLoadVexplot, cmd::kSaveVexplot, cmd::kLoadData,
+                            cmd::kLoadPalette, cmd::kSavePalette, cmd::kKeyboardMap, cmd::kAbout}) {
         EXPECT_TRUE(enabled.count(command)) << command;
     }
 }

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "control/AboutLogic.h"
+#include "site/IControlSite.h"
 
 namespace vexplot {
 
@@ -31,6 +32,13 @@ AboutDialog::AboutDialog(const AboutLogic& logic, QWidget* parent) : QDialog(par
     layout->addLayout(form);
     layout->addWidget(buttons);
     setMinimumWidth(420);
+}
+
+int32_t AboutDialog::Run(IDialogLogic& logic, QWidget* parent) {
+    auto* own = dynamic_cast<AboutLogic*>(&logic);
+    if (!own) return kAnswerCancel;
+    AboutDialog dialog(*own, parent);
+    return dialog.exec() == QDialog::Accepted ? kAnswerOk : kAnswerCancel;
 }
 
 }  // namespace vexplot

@@ -1,5 +1,8 @@
 #pragma once
 #include <QDialog>
+#include <cstdint>
+
+#include "site/IDialogLogic.h"
 
 namespace vexplot {
 
@@ -11,6 +14,9 @@ class AboutDialog final : public QDialog {
     Q_OBJECT
 public:
     AboutDialog(const AboutLogic& logic, QWidget* parent);
+    // Runs the window over `logic` (a AboutLogic) modally; kAnswerOk when
+    // closed with OK, else kAnswerCancel.
+    static int32_t Run(IDialogLogic& logic, QWidget* parent);
 };
 
 }  // namespace vexplot

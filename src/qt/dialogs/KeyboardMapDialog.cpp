@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "control/KeyboardMapLogic.h"
+#include "site/IControlSite.h"
 
 namespace vexplot {
 
@@ -32,6 +33,13 @@ KeyboardMapDialog::KeyboardMapDialog(const KeyboardMapLogic& logic, QWidget* par
     layout->addWidget(table);
     layout->addWidget(buttons);
     resize(600, 620);
+}
+
+int32_t KeyboardMapDialog::Run(IDialogLogic& logic, QWidget* parent) {
+    auto* own = dynamic_cast<KeyboardMapLogic*>(&logic);
+    if (!own) return kAnswerCancel;
+    KeyboardMapDialog dialog(*own, parent);
+    return dialog.exec() == QDialog::Accepted ? kAnswerOk : kAnswerCancel;
 }
 
 }  // namespace vexplot

@@ -1,5 +1,8 @@
 #pragma once
 #include <QDialog>
+#include <cstdint>
+
+#include "site/IDialogLogic.h"
 
 namespace vexplot {
 
@@ -11,6 +14,9 @@ class KeyboardMapDialog final : public QDialog {
     Q_OBJECT
 public:
     KeyboardMapDialog(const KeyboardMapLogic& logic, QWidget* parent);
+    // Runs the window over `logic` (a KeyboardMapLogic) modally; kAnswerOk when
+    // closed with OK, else kAnswerCancel.
+    static int32_t Run(IDialogLogic& logic, QWidget* parent);
 };
 
 }  // namespace vexplot
