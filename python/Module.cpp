@@ -10,6 +10,7 @@
 
 #include "EventLoop.h"
 #include "PyControl.h"
+#include "control/CommandTable.h"
 #include "automation/TypeLibEnums.h"
 #include "vexplot/EngineSetup.h"
 #include "vexplot/Version.h"
@@ -93,6 +94,8 @@ PYBIND11_MODULE(_vexplot, m) {
              "pixels, .svg, .pdf or .emf drawn as vectors (0 x 0: the view's size).")
         .def("open_plot", &PyControl::OpenPlot, py::arg("path"),
              "Reads a whole plot (.vxg) saved by SaveSerialize into this control.")
+        .def("answer_file_dialogs", &PyControl::AnswerFileDialogs, py::arg("path"),
+             "Headless controls: later file dialogs answer with path (None cancels them).")
         .def("show", &PyControl::Show, "Shows the control's window again (windowed controls).")
         .def("close", &PyControl::Close, "Destroys the control (and its window); later calls raise.");
 
@@ -102,5 +105,11 @@ PYBIND11_MODULE(_vexplot, m) {
     m.def("register_engine", &RegisterEnginePlugin, py::arg("path") = std::string(),
           "Registers the OpenGL engine plug-in in the settings store (as `vexplot register`).");
     m.def("_enumerations", &Enumerations);
+    m.def("_commands", [] {
+        py::list commands;
+        for (const CommandTable::NamedCommand& c : CommandTable::Commands())
+            commands.append(py::make_tuple(std::string(c.name), c.command));
+        return commands;
+    });
     m.attr("__version__") = Version();
 }

@@ -355,6 +355,18 @@ void PyControl::OpenPlot(const std::string& path) {
     }
 }
 
+// -- file dialogs --
+
+void PyControl::AnswerFileDialogs(std::optional<std::string> path) {
+    Control();
+    if (!headless_) throw std::runtime_error("a windowed control asks the user: its file dialogs are real");
+    if (!path) {
+        headless_->AnswerFileDialog(nullptr);
+        return;
+    }
+    headless_->AnswerFileDialog([answer = *path](const FileDialogRequest&) { return std::optional(answer); });
+}
+
 // -- the window --
 
 void PyControl::Show() {

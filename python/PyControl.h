@@ -3,6 +3,7 @@
 #include <pybind11/pybind11.h>
 
 #include <map>
+#include <optional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -74,6 +75,11 @@ public:
     // it saved before (LoadSerialize reads only into a control that has
     // saved to a file itself). OSError when the file cannot be read.
     void OpenPlot(const std::string& path);
+
+    // file dialogs:
+    // Headless controls: the path every later file dialog answers with
+    // (None: the dialogs are cancelled, as they are at first).
+    void AnswerFileDialogs(std::optional<std::string> path);
 
     // the window:
     void Show();

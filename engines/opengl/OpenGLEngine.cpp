@@ -3,6 +3,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "opengl/gl/EglContext.h"
 #include "opengl/gl/EngineContext.h"
 #include "opengl/text/TextPainter.h"
 #include "opengl/view3d/View3D.h"
@@ -32,6 +33,15 @@ HRESULT OpenGLEngine::GetName(char* buffer, uint32_t size) {
     if (!buffer) return E_POINTER;
     if (size < sizeof(kName)) return E_INVALIDARG;
     std::memcpy(buffer, kName, sizeof(kName));
+    return S_OK;
+}
+
+HRESULT OpenGLEngine::GetRenderer(char* buffer, uint32_t size) {
+    if (!buffer) return E_POINTER;
+    if (!context_->Gl()) return E_FAIL;
+    const std::string& text = context_->Gl()->Description();
+    if (size <= text.size()) return E_INVALIDARG;
+    std::memcpy(buffer, text.c_str(), text.size() + 1);
     return S_OK;
 }
 

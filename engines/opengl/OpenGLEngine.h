@@ -4,6 +4,7 @@
 
 #include "com/ComObject.h"
 #include "engine/IGraphEngine.h"
+#include "engine/IGraphEngineInfo.h"
 
 namespace vexplot {
 
@@ -20,7 +21,7 @@ inline constexpr CLSID CLSID_OpenGLEngine = GUID::FromLiteral("{6A8F3D2C-5B1E-4C
 // The surfaces borrow the engine's shared state, so the engine must outlive
 // every use of them: when the engine goes, it frees the surfaces' GL
 // objects, and a surface still referenced elsewhere answers E_UNEXPECTED.
-class OpenGLEngine final : public ComObject<IGraphEngine> {
+class OpenGLEngine final : public ComObject<IGraphEngine, IGraphEngineInfo> {
 public:
     OpenGLEngine();
 
@@ -30,6 +31,8 @@ public:
     HRESULT SetPalette(uint32_t count, const uint32_t* colors) override;
     HRESULT GetDevice2D(IGraphDevice2D** device) override;
     HRESULT GetView3D(IGraphView3D** view) override;
+    // IGraphEngineInfo:
+    HRESULT GetRenderer(char* buffer, uint32_t size) override;
 
     // Why Initialize failed, "" when it did not.
     const std::string& InitializeError() const { return error_; }

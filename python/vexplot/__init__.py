@@ -92,3 +92,8 @@ def _add_enumerations(namespace):
 
 
 _add_enumerations(globals())
+
+# The commands of the menu and the accelerators, for Control.command():
+# ctl.command(vexplot.Command.SaveVexplot).
+Command = _enum.IntEnum("Command", _vexplot._commands(), module=__name__)
+__all__.append("Command")

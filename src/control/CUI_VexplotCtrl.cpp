@@ -33,6 +33,8 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     points_.Add(kExEventsIid);
     AddViewCommands();
     AddExportCommands();
+    AddFileCommands();
+    AddHelpCommands();
     AddDialogCommands();
     AddPaletteCommands();
 }
@@ -71,6 +73,7 @@ bool CUI_VexplotCtrl::Create(IControlSite& site, const PixelRect& rect) {
     ShowInitialWindows();
     SetViewMode(GetView3D() ? 1 : 0);
     RecalcLayout();
+    RegisterForDisplayChanges();
     return true;
 }
 
@@ -118,6 +121,7 @@ void CUI_VexplotCtrl::ShowInitialWindows() {
 }
 
 void CUI_VexplotCtrl::Destroy() {
+    UnregisterFromDisplayChanges();
     // Everything that holds engine interfaces goes before the control's own
     // references, which are released 3-D view, 2-D device, engine.
     graphs_.reset();
@@ -383,6 +387,7 @@ void CUI_VexplotCtrl::FireError(HRESULT code, const char* text) {
                Variant::BoolRef(&cancelDisplay)},
               true);
     for (const ErrorListener& listener : errorListeners_) listener(code, text ? text : "");
+    if (collectedErrors_) collectedErrors_->push_back(description);
 }
 
 void CUI_VexplotCtrl::FireDataSelect(const DataRect& xy, double zMin, double zMax) {

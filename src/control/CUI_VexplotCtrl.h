@@ -15,6 +15,7 @@
 #include "control/CommandRouter.h"
 #include "control/CommandTable.h"
 #include "control/ControlSettings.h"
+#include "control/DisplayChangeHook.h"
 #include "control/EngineHost.h"
 #include "site/IControlSite.h"
 #include "model/CGD_Axis.h"
@@ -49,7 +50,8 @@ class SettingsStore;
 // Everything runs on the host's user-interface thread.
 class CUI_VexplotCtrl final : public ComObject<IViewHost, IConnectionPointContainer, IDispatch>,
                               private IWindowHandler,
-                              private ILegendOwner {
+                              private ILegendOwner,
+                              private IDisplayChangeListener {
 public:
     // The event interfaces: _DVexplotEvents and _DVexplotExEvents.
     static constexpr IID kEventsIid = GUID::FromLiteral("{560F5F30-09CB-48B4-9089-E860F4847D66}");
@@ -285,6 +287,61 @@ public:
     void SetAxisLabel(AxisId axis, const std::string& text);
     bool IsModified() const { return modified_; }
 
+
+    // ---- files, help, resampling and display changes ----
+    // (CUI_VexplotCtrlFiles.cpp, CUI_VexplotCtrlHelp.cpp, CUI_VexplotCtrlDisplay.cpp)
+    // What the about box shows.
+    struct AboutInfo {
+        std::string name;       // "Vexplot"
+        std::string version;    // the build's version, "0.1.0"
+        std::string engine;     // the engine in use ("OpenGL"), empty without one
+        std::string renderer;   // the engine's renderer string, empty when unknown
+        std::string settings;   // where the settings store lives
+    };
+    AboutInfo About();
+    // The range the "External Resampling" command hands to the host: the
+    // active graph object's visible (zoomed) range, in data units. Nothing
+    // without a graph object.
+    std::optional<DataRect> ResampleRange();
+    // The Load/Save Data commands' parts, for hosts that name the file
+    // themselves. SaveDataFile writes the active graph object's data as a
+    // ".3do" file, replacing `path` only once the whole file is written.
+    // False with the reason in `error` (may be null).
+    bool SaveDataFile(const std::string& path, std::string* error);
+    // A palette file into the control's palette; a file that is not a
+    // palette file leaves the palette as it was. False with the reason.
+    bool LoadPaletteFile(const std::string& path, std::string* error);
+    bool SavePaletteFile(const std::string& path, std::string* error);
+    // The display mode the control last saw (see OnDisplayChange).
+    const ScreenMode& LastScreenMode() const { return display_; }
+
+private:
+    void AddFileCommands();
+    void AddHelpCommands();
+    void LoadPlotCommand();
+    void SavePlotCommand();
+    void LoadDataCommand();
+    void SaveDataCommand();
+    void LoadPaletteCommand();
+    void SavePaletteCommand();
+    void ExternalResamplingCommand();
+    void KeyboardMapCommand();
+    // The site's file dialog for `request`; empty when cancelled or headless
+    // without an answer.
+    std::optional<std::string> AskForFile(bool save, const char* title, const char* filter, const char* extension);
+    // Runs `operation`, collecting the texts of the Error events it raises;
+    // shows them to the user in one message box when `operation` failed.
+    void ReportToUser(const std::function<bool(std::string* error)>& operation);
+    // IDisplayChangeListener: re-creates the engine when depth or size
+    // differ from the last values seen, else does nothing.
+    void OnDisplayChange(const ScreenMode& mode) override;
+    void RegisterForDisplayChanges();
+    void UnregisterFromDisplayChanges();
+    ScreenMode display_{};
+    bool displayRegistered_ = false;
+    std::vector<std::string>* collectedErrors_ = nullptr;
+
+public:
     // ---- older-interface methods (CUI_VexplotCtrlLegacy.cpp) ----
     // The _DVexplotEx methods on axes, palette, files and tool tips
     // (CUI_VexplotCtrlMethods.cpp):
@@ -307,7 +364,7 @@ public:
     // Prints the current view on the default printer without a dialog;
     // no printer, or one that fails, is reported through FireError.
     void Print();
-    // The about box is reported as not implemented.
+    // Shows the about box (AboutLogic) through the site.
     void AboutBox();
     // DataCellMouseOver (dispid 3, _DVexplotExEvents only): the fifth,
     // by-reference argument carries `text` to the sinks and whatever the
@@ -582,7 +639,9 @@ private:
     // ---- private: control state ----
     friend class ControlSerializer;
     bool LoadStateFile(const std::string& path, bool whole, bool reportOpenFailure);
-    bool SaveStateFile(const std::string& path);
+    // `quietReason` (may be null) receives why the file could not be made
+    // in the quiet failure that reports nothing.
+    bool SaveStateFile(const std::string& path, std::string* quietReason = nullptr);
     int32_t LoadStateFromRegistry(const std::string& keyPath);
     int32_t SaveStateToRegistry(const std::string& keyPath);
     // Reports a failed load or save of `where` through FireError.

@@ -299,10 +299,6 @@ void CUI_VexplotCtrl::SetPaletteFile(const std::string& file) {
 
 void CUI_VexplotCtrl::ReportNotImplemented() { FireError(kErrorNotImplemented, kTextNotImplemented); }
 
-// The about box is not part of the control yet: it reports itself as not
-// implemented, as the older members of that kind do. (The metafile export
-// and printing are in CUI_VexplotCtrlExport.cpp.)
-void CUI_VexplotCtrl::AboutBox() { ReportNotImplemented(); }
 
 void CUI_VexplotCtrl::EnableCustomDataCellToolTip(int32_t show) {
     if (CGD_GraphObject* graph = Active()) graph->SetCustomToolTip(show != 0);

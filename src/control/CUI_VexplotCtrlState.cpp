@@ -127,7 +127,7 @@ bool CUI_VexplotCtrl::LoadStateFile(const std::string& path, bool whole, bool re
 
 // The file is replaced only once the whole stream is on the disk: a save
 // that fails leaves the previous file as it was.
-bool CUI_VexplotCtrl::SaveStateFile(const std::string& path) {
+bool CUI_VexplotCtrl::SaveStateFile(const std::string& path, std::string* quietReason) {
     if (!IsCreated()) return false;
     bool opened = false;
     try {
@@ -141,7 +141,12 @@ bool CUI_VexplotCtrl::SaveStateFile(const std::string& path) {
         return true;
     } catch (const std::exception& e) {
         // A file that cannot even be created is the quiet FALSE hosts know.
-        if (opened) ReportStateFailure("\"" + path + "\"", false, e);
+        if (opened) {
+            ReportStateFailure("\"" + path + "\"", false, e);
+        } else if (quietReason) {
+            const auto* com = dynamic_cast<const ComError*>(&e);
+            *quietReason = com && !com->Description().empty() ? com->Description() : e.what();
+        }
         return false;
     }
 }

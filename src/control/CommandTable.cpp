@@ -126,6 +126,66 @@ constexpr std::array kAccelerators{
     CommandTable::Accelerator{vk::kTab, 0, cmd::kSelectNext},
 };
 
+// The commands that only keys (and hosts) send, which the menu does not name.
+constexpr std::array kUnlistedCommands{
+    CommandText{cmd::kOpenMenu, "Open the pop-up menu"},
+    CommandText{cmd::kObjectProperties, "Open the properties of the selected object"},
+    CommandText{cmd::kSelectNext, "Select the next object"},
+};
+
+constexpr std::array kNamedCommands{
+    CommandTable::NamedCommand{"ControlProperties", cmd::kControlProperties},
+    CommandTable::NamedCommand{"Select", cmd::kSelect},
+    CommandTable::NamedCommand{"Pan", cmd::kPan},
+    CommandTable::NamedCommand{"Zoom", cmd::kZoom},
+    CommandTable::NamedCommand{"Label", cmd::kLabel},
+    CommandTable::NamedCommand{"Marker", cmd::kMarker},
+    CommandTable::NamedCommand{"Tracer", cmd::kTracer},
+    CommandTable::NamedCommand{"DiffTracer", cmd::kDiffTracer},
+    CommandTable::NamedCommand{"Region", cmd::kRegion},
+    CommandTable::NamedCommand{"Grid", cmd::kGrid},
+    CommandTable::NamedCommand{"Mesh", cmd::kMesh},
+    CommandTable::NamedCommand{"ExternalResampling", cmd::kExternalResampling},
+    CommandTable::NamedCommand{"Mode2D", cmd::k2DMode},
+    CommandTable::NamedCommand{"Mode3D", cmd::k3DMode},
+    CommandTable::NamedCommand{"GraphTitle", cmd::kGraphTitle},
+    CommandTable::NamedCommand{"InfoWindow", cmd::kInfoWindow},
+    CommandTable::NamedCommand{"LegendWindow", cmd::kLegendWindow},
+    CommandTable::NamedCommand{"NavigatorWindow", cmd::kNavigatorWindow},
+    CommandTable::NamedCommand{"MaximizeView", cmd::kMaximizeView},
+    CommandTable::NamedCommand{"StatusBar", cmd::kStatusBar},
+    CommandTable::NamedCommand{"LoadVexplot", cmd::kLoadVexplot},
+    CommandTable::NamedCommand{"SaveVexplot", cmd::kSaveVexplot},
+    CommandTable::NamedCommand{"LoadData", cmd::kLoadData},
+    CommandTable::NamedCommand{"SaveData", cmd::kSaveData},
+    CommandTable::NamedCommand{"ExportBmp", cmd::kExportBmp},
+    CommandTable::NamedCommand{"ExportEmf", cmd::kExportEmf},
+    CommandTable::NamedCommand{"CopyToClipboard", cmd::kCopyToClipboard},
+    CommandTable::NamedCommand{"PrintSetup", cmd::kPrintSetup},
+    CommandTable::NamedCommand{"Print", cmd::kPrint},
+    CommandTable::NamedCommand{"EditPalette", cmd::kEditPalette},
+    CommandTable::NamedCommand{"LoadPalette", cmd::kLoadPalette},
+    CommandTable::NamedCommand{"SavePalette", cmd::kSavePalette},
+    CommandTable::NamedCommand{"KeyboardMap", cmd::kKeyboardMap},
+    CommandTable::NamedCommand{"About", cmd::kAbout},
+    CommandTable::NamedCommand{"OpenMenu", cmd::kOpenMenu},
+    CommandTable::NamedCommand{"ObjectProperties", cmd::kObjectProperties},
+    CommandTable::NamedCommand{"SelectNext", cmd::kSelectNext},
+};
+
+constexpr int32_t kAllTools = 0;
+
+constexpr std::array kToolKeys{
+    CommandTable::ToolKey{vk::kApps, 0, kAllTools, "Open the pop-up menu"},
+    CommandTable::ToolKey{vk::kDelete, 0, cmd::kSelect, "Delete the selected object"},
+    CommandTable::ToolKey{vk::kNumpad0, 0, cmd::kZoom, "Zoom to all"},
+    CommandTable::ToolKey{vk::kAdd, 0, cmd::kZoom, "Zoom in by one step"},
+    CommandTable::ToolKey{vk::kSubtract, 0, cmd::kZoom, "Zoom out by one step"},
+    CommandTable::ToolKey{vk::kEscape, 0, cmd::kLabel, "End the creation or drag in progress"},
+    CommandTable::ToolKey{vk::kEscape, 0, cmd::kMarker, "End the creation or drag in progress"},
+    CommandTable::ToolKey{vk::kEscape, 0, cmd::kRegion, "End the creation or drag in progress"},
+};
+
 // The line `index` (0-based) of a "\n"-separated string; empty past its end.
 std::string Line(std::string_view text, int index) {
     for (; index > 0; --index) {
@@ -177,6 +237,46 @@ std::string CommandTable::Prompt(int32_t command) {
 std::string CommandTable::ToolTip(int32_t command) {
     return Line(CommandString(command), 1);
 }
+
+std::string CommandTable::CommandName(int32_t command) {
+    for (const MenuRow& row : kMenuRows) {
+        if (row.command != command || row.text == nullptr) continue;
+        std::string name;
+        for (const char* c = row.text; *c != '\0' && *c != '\t'; ++c)
+            if (*c != '&') name += *c;
+        // "Pri&nt setup..." reads as "Print setup" in a list.
+        while (!name.empty() && name.back() == '.') name.pop_back();
+        return name;
+    }
+    for (const CommandText& entry : kUnlistedCommands)
+        if (entry.command == command) return std::string(entry.text);
+    return {};
+}
+
+std::string CommandTable::KeyText(int32_t key, uint32_t modifiers) {
+    std::string text;
+    if (modifiers & kModControl) text += "Ctrl+";
+    if (modifiers & kModAlt) text += "Alt+";
+    if (modifiers & kModShift) text += "Shift+";
+    switch (key) {
+        case vk::kTab: return text + "Tab";
+        case vk::kReturn: return text + "Enter";
+        case vk::kEscape: return text + "Esc";
+        case vk::kDelete: return text + "Del";
+        case vk::kApps: return text + "Menu key";
+        case vk::kNumpad0: return text + "Keypad 0";
+        case vk::kAdd: return text + "Keypad +";
+        case vk::kSubtract: return text + "Keypad -";
+        default: break;
+    }
+    if (key >= vk::kF1 && key <= vk::kF11) return text + "F" + std::to_string(key - vk::kF1 + 1);
+    if ((key >= '0' && key <= '9') || (key >= 'A' && key <= 'Z')) return text + static_cast<char>(key);
+    return text + "Key " + std::to_string(key);
+}
+
+std::span<const CommandTable::ToolKey> CommandTable::ToolKeys() { return kToolKeys; }
+
+std::span<const CommandTable::NamedCommand> CommandTable::Commands() { return kNamedCommands; }
 
 std::span<const CommandTable::Accelerator> CommandTable::Accelerators() {
     return kAccelerators;

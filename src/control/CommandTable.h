@@ -49,8 +49,35 @@ public:
     // empty when the string has no second line.
     static std::string ToolTip(int32_t command);
 
+    // A key the active interaction tool handles itself (not through a
+    // command): which tool listens, and what the key does there.
+    struct ToolKey {
+        int32_t key;
+        uint32_t modifiers;
+        int32_t tool;             // the command that chooses the tool; 0: every tool
+        std::string_view action;  // "Delete the selected object"
+    };
+
+    // What a command does, for lists such as the keyboard map: its menu
+    // entry's text without the "&" marks and the shortcut column ("Load
+    // Vexplot"), or a short description for the commands the menu does not
+    // carry; empty for an unknown command.
+    static std::string CommandName(int32_t command);
+    // "Ctrl+Alt+O", "Alt+Enter", "Keypad +": a key as the user reads it.
+    static std::string KeyText(int32_t key, uint32_t modifiers);
+
+    // Every command by a script-friendly name ("LoadVexplot", "Mode2D"), in
+    // menu order, then the commands only keys send.
+    struct NamedCommand {
+        std::string_view name;
+        int32_t command;
+    };
+    static std::span<const NamedCommand> Commands();
+
     // accelerators:
     static std::span<const Accelerator> Accelerators();
+    // The keys the interaction tools handle while they are active.
+    static std::span<const ToolKey> ToolKeys();
     // The command of the accelerator matching `key` (key and modifiers
     // exactly, so Ctrl+Alt+O is not Ctrl+O); 0 when none matches.
     static int32_t FindAccelerator(const KeyEvent& key);

@@ -24,6 +24,9 @@ namespace {
 // the control's size alone.
 constexpr int32_t kMaxExtent = 16384;
 
+// The highest major version taken for a real plot of a later program.
+constexpr uint32_t kLastPlausibleMajor = 255;
+
 // The info window's item bits in the order the stream holds their flags:
 // diff tracer, region, tracer, marker, zoom (position comes last, after
 // the transparency and visibility flags).
@@ -97,9 +100,16 @@ void ControlSerializer::StoreHeader(CArchive& archive) {
 
 void ControlSerializer::LoadHeader(CArchive& archive, Loaded& loaded) {
     const uint32_t version = archive.ReadUInt32("header version");
-    if (version >> 16 != kVersion >> 16)
-        archive.Fail("header version", "is " + std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFF) +
-                                           ", not 1.x");
+    const std::string text = std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFF);
+    const std::string ours = std::to_string(kVersion >> 16) + "." + std::to_string(kVersion & 0xFFFF);
+    // A later minor version, or a major version a little above ours, is a
+    // plot from a newer program; other numbers are not a plot at all.
+    const uint32_t major = version >> 16;
+    const bool newer = version > kVersion && major >= kVersion >> 16 && major <= kLastPlausibleMajor;
+    if (newer)
+        archive.Fail("header version", "is " + text + ": the file was written by a newer version of Vexplot, and "
+                                       "this one reads versions up to " + ours);
+    if (version >> 16 != kVersion >> 16) archive.Fail("header version", "is " + text + ", not 1.x");
     const int32_t width = archive.ReadInt32("control width");
     const int32_t height = archive.ReadInt32("control height");
     const std::string caption = archive.ReadString("caption");

@@ -11,8 +11,9 @@ class CUI_VexplotCtrl;
 // primitives; "int" is an int32, "short" an int16, colours 0x00BBGGRR):
 //
 //  header (always):
-//    uint32   version 0x00010000 (a stream of another major version is
-//             refused)
+//    uint32   version 0x00010001: 1.1 writes graph object records with
+//             their drawing settings; 1.0 streams still load. A stream of
+//             another major version, or of a newer minor one, is refused.
 //    int, int the control's extent: width and height in pixels
 //    string   the stock Caption (the title bar's text)
 //  everything below only when `whole` (the control's file flag is 1):
@@ -53,7 +54,7 @@ class CUI_VexplotCtrl;
 // camera would begin was saved without a 3-D view and loads as complete.
 class ControlSerializer {
 public:
-    static constexpr uint32_t kVersion = 0x00010000;
+    static constexpr uint32_t kVersion = 0x00010001;
     static constexpr double kFormatMark = 1.053;
 
     explicit ControlSerializer(CUI_VexplotCtrl& control) : control_(control) {}

@@ -119,6 +119,15 @@ bool HeadlessSite::OpenModelessDialog(IDialogLogic& dialog) {
 
 void HeadlessSite::CloseModelessDialog(IDialogLogic&) {}
 
+std::optional<std::string> HeadlessSite::ChooseFile(const FileDialogRequest& request) {
+    dialogsRun_.push_back(request.title);
+    if (fileDialogScript_) return fileDialogScript_(request);
+    std::fprintf(log_, "Vexplot: file dialog \"%s\" cancelled: nobody to answer it\n", request.title.c_str());
+    return std::nullopt;
+}
+
+void HeadlessSite::SimulateDisplayChange(const ScreenMode& mode) { DisplayChangeHook::Instance().Notify(mode); }
+
 void HeadlessSite::AnswerDialog(std::string name, DialogScript script) {
     if (script) {
         dialogScripts_[std::move(name)] = std::move(script);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "control/DisplayChangeHook.h"
 #include "site/IControlSite.h"
 
 namespace vexplot {
@@ -43,6 +44,9 @@ public:
     // printed to the log and cancelled.
     int32_t RunDialog(IDialogLogic& dialog) override;
     bool OpenModelessDialog(IDialogLogic& dialog) override;
+    // Answered by the script of AnswerFileDialog; without one, printed to
+    // the log and cancelled.
+    std::optional<std::string> ChooseFile(const FileDialogRequest& request) override;
     void CloseModelessDialog(IDialogLogic& dialog) override;
     void SetTimer(WindowHandle window, uint32_t timerId, uint32_t milliseconds) override;
     void KillTimer(WindowHandle window, uint32_t timerId) override;
@@ -78,6 +82,14 @@ public:
     // removes the answer. A modeless dialog's script runs when it opens.
     using DialogScript = std::function<int32_t(IDialogLogic&)>;
     void AnswerDialog(std::string name, DialogScript script);
+    // Plays the user of every later file dialog: the script sees the request
+    // and returns the chosen path, or nothing to cancel. An empty script
+    // removes the answer.
+    using FileDialogScript = std::function<std::optional<std::string>(const FileDialogRequest&)>;
+    void AnswerFileDialog(FileDialogScript script) { fileDialogScript_ = std::move(script); }
+    // Tells every live control that the display now has `mode`, as the
+    // platform does when a screen's colour depth or size changes.
+    static void SimulateDisplayChange(const ScreenMode& mode);
     // The names of the dialogs run or opened so far, in order.
     const std::vector<std::string>& DialogsRun() const { return dialogsRun_; }
     // Puts the mouse cursor at `point` in the control window's client pixels.
@@ -130,6 +142,7 @@ private:
     std::set<std::string> offeredEngines_;
     std::map<std::string, DialogScript, std::less<>> dialogScripts_;
     std::vector<std::string> dialogsRun_;
+    FileDialogScript fileDialogScript_;
     bool cursorShown_ = true;
     PixelPoint cursor_;
 };

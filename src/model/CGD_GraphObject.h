@@ -65,7 +65,7 @@ public:
     };
 
     // How the grid is drawn: chosen through the control's methods, sent to
-    // the engine by SendDrawingSettings, not kept in the plot-file record.
+    // the engine by SendDrawingSettings, kept in the plot-file record.
     struct DrawingSettings {
         GraphStyle style = GraphStyle::Surface;  // the 3-D view's drawing style
         bool image = true;                       // the 2-D device shows the palette image
@@ -217,13 +217,18 @@ public:
     // separately. Drops the preview grid (BuildPreview makes it again).
     void RestoreRecord(const DisplayFlags& flags, const Geometry& geometry, uint32_t contrastColor);
 
-    // plot-file record (GraphObjectRecord.cpp): the string "GraphObjectBegin";
+    // plot-file record (GraphObjectRecord.cpp): the string "GraphObjectBegin:2";
     // the four display flags (bools); Y count, X count, shown Y count, shown
     // X count, first shown X, first shown Y, preview Y count, preview X
     // count, preview X step, preview Y step (int32 each); the contrast colour;
-    // the one-dimensional view mode (int32); the bound data object, embedded
+    // the one-dimensional view mode (int32); the drawing settings: style
+    // (int32, GraphStyle), image flag (bool), shading (int32), low
+    // resolution (bool), section plot style and point style (int32), curve
+    // colour, section position (double); the bound data object, embedded
     // (CArchive::WriteObject: none when unbound or when it cannot save
-    // itself); the string "GraphObjectEnd".
+    // itself); the string "GraphObjectEnd". Records of the first layout
+    // (begin marker "GraphObjectBegin", no drawing settings) still load and
+    // leave the object's drawing as it is.
     // Storing writes it. Loading is LoadRecord with the owner this object
     // already has (ComError E_POINTER when it has none).
     void Serialize(CArchive& archive);

@@ -1,6 +1,8 @@
 // The graph object's plot-file record (see CGD_GraphObject::Serialize).
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,7 +15,11 @@ namespace vexplot {
 
 namespace {
 
+// The first layout begins with kBeginMarker; the second, which adds the
+// drawing settings, with kBeginMarker2, so a reader knows which it holds
+// before it reads a field.
 constexpr std::string_view kBeginMarker = "GraphObjectBegin";
+constexpr std::string_view kBeginMarker2 = "GraphObjectBegin:2";
 constexpr std::string_view kEndMarker = "GraphObjectEnd";
 
 // What one record holds, read whole before anything is applied.
@@ -22,8 +28,42 @@ struct GraphRecord {
     CGD_GraphObject::Geometry geometry;
     uint32_t contrastColor = 0;
     int32_t oneDimensionalView = 0;
+    std::optional<CGD_GraphObject::DrawingSettings> drawing;  // second layout only
     ComPtr<IUnknown> data;
 };
+
+int32_t ReadEnumeration(CArchive& archive, std::string_view what, int32_t low, int32_t high) {
+    const int32_t value = archive.ReadInt32(what);
+    if (value < low || value > high)
+        archive.Fail(what, "is " + std::to_string(value) + ", not " + std::to_string(low) + " to " +
+                               std::to_string(high));
+    return value;
+}
+
+CGD_GraphObject::DrawingSettings ReadDrawing(CArchive& archive) {
+    CGD_GraphObject::DrawingSettings d;
+    d.style = static_cast<GraphStyle>(ReadEnumeration(archive, "drawing style", 0, 4));
+    d.image = archive.ReadBool("image flag");
+    d.shading = static_cast<ShadingMode>(ReadEnumeration(archive, "shading mode", 0, 1));
+    d.lowResolution = archive.ReadBool("low resolution flag");
+    d.plotStyle = ReadEnumeration(archive, "section plot style", 0, 3);
+    d.pointStyle = static_cast<PointStyle>(ReadEnumeration(archive, "section point style", 0, 6));
+    d.curveColor = archive.ReadColor("section curve colour");
+    d.secantPosition = archive.ReadDouble("section position");
+    if (!std::isfinite(d.secantPosition)) archive.Fail("section position", "is not a finite number");
+    return d;
+}
+
+void WriteDrawing(CArchive& archive, const CGD_GraphObject::DrawingSettings& d) {
+    archive.WriteInt32(static_cast<int32_t>(d.style));
+    archive.WriteBool(d.image);
+    archive.WriteInt32(static_cast<int32_t>(d.shading));
+    archive.WriteBool(d.lowResolution);
+    archive.WriteInt32(d.plotStyle);
+    archive.WriteInt32(static_cast<int32_t>(d.pointStyle));
+    archive.WriteColor(d.curveColor);
+    archive.WriteDouble(d.secantPosition);
+}
 
 void RequireNotNegative(CArchive& archive, int32_t value, std::string_view what) {
     if (value < 0) archive.Fail(what, "is negative (" + std::to_string(value) + ")");
@@ -67,7 +107,9 @@ void ReadGeometry(CArchive& archive, CGD_GraphObject::Geometry& g) {
 
 GraphRecord ReadRecord(CArchive& archive) {
     GraphRecord record;
-    archive.ExpectString(kBeginMarker);
+    const std::string begin = archive.ReadString("graph object begin marker");
+    if (begin != kBeginMarker && begin != kBeginMarker2)
+        archive.Fail("graph object begin marker", "found \"" + begin + "\" instead");
     record.flags.visible = archive.ReadBool("visible flag");
     record.flags.data = archive.ReadBool("data flag");
     record.flags.usePreview = archive.ReadBool("use preview flag");
@@ -77,6 +119,7 @@ GraphRecord ReadRecord(CArchive& archive) {
     record.oneDimensionalView = archive.ReadInt32("one-dimensional view");
     if (record.oneDimensionalView < 0 || record.oneDimensionalView > 2)
         archive.Fail("one-dimensional view", "is " + std::to_string(record.oneDimensionalView) + ", not 0, 1 or 2");
+    if (begin == kBeginMarker2) record.drawing = ReadDrawing(archive);
     record.data = archive.ReadObject("data object");
     archive.ExpectString(kEndMarker);
     return record;
@@ -108,7 +151,7 @@ void CGD_GraphObject::Serialize(CArchive& archive) {
         LoadRecord(archive, owner_);
         return;
     }
-    archive.WriteString(kBeginMarker);
+    archive.WriteString(kBeginMarker2);
     archive.WriteBool(flags_.visible);
     archive.WriteBool(flags_.data);
     archive.WriteBool(flags_.usePreview);
@@ -119,6 +162,7 @@ void CGD_GraphObject::Serialize(CArchive& archive) {
         archive.WriteInt32(value);
     archive.WriteColor(contrastColor_);
     archive.WriteInt32(oneDimensionalView_);
+    WriteDrawing(archive, drawing_);
     archive.Flush();
     archive.WriteObject(data_.Get());
     archive.WriteString(kEndMarker);
@@ -133,6 +177,8 @@ bool CGD_GraphObject::LoadRecord(CArchive& archive, IViewHost* owner) {
     Attach(record.data.Get(), owner, /*keepFullRange=*/true);
     RestoreRecord(record.flags, record.geometry, record.contrastColor);
     SetOneDimensionalView(record.oneDimensionalView);
+    // A record of the first layout keeps the drawing the object has.
+    if (record.drawing) drawing_ = *record.drawing;
     // The preview is derived state: made again by the rule binding uses.
     const int32_t factor = std::max(geometry_.xCount, geometry_.yCount) / 50;
     if (factor > 1) BuildPreview(factor);

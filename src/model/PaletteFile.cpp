@@ -153,4 +153,49 @@ void PaletteFile::Write(IStream& stream, std::span<const uint32_t> colors) {
     }
 }
 
+namespace {
+
+// "  -12 " : optional blanks, an optional sign, digits, optional blanks.
+bool IsWholeNumber(std::string_view field) {
+    size_t i = 0;
+    auto blanks = [&] {
+        while (i < field.size() && (field[i] == ' ' || field[i] == '\t')) ++i;
+    };
+    blanks();
+    if (i < field.size() && (field[i] == '-' || field[i] == '+')) ++i;
+    const size_t digits = i;
+    while (i < field.size() && IsDigit(static_cast<unsigned char>(field[i]))) ++i;
+    if (i == digits) return false;
+    blanks();
+    return i == field.size();
+}
+
+bool IsColourLine(std::string_view line) {
+    int fields = 0;
+    for (;;) {
+        const size_t comma = line.find(',');
+        if (!IsWholeNumber(line.substr(0, comma))) return false;
+        ++fields;
+        if (comma == std::string_view::npos) break;
+        line.remove_prefix(comma + 1);
+    }
+    return fields == 3;
+}
+
+}  // namespace
+
+bool PaletteFile::LooksLikePalette(std::string_view text) {
+    bool colour = false;
+    while (!text.empty()) {
+        const size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        if (line.find_first_not_of(" \t") == std::string_view::npos) continue;
+        if (!IsColourLine(line)) return false;
+        colour = true;
+    }
+    return colour;
+}
+
 }  // namespace vexplot

@@ -42,6 +42,13 @@ public:
     // A read fault ends the reading as the end of the stream does.
     static std::vector<uint32_t> Read(IStream& stream);
 
+    // Whether `text` is a palette file as users write them: at least one
+    // line of three whole numbers separated by commas, every other line
+    // blank. The reader takes anything; this tells a palette from a file
+    // that was chosen by mistake (a picture, a plot file) before any colour
+    // is replaced.
+    static bool LooksLikePalette(std::string_view text);
+
     // "r,g,b\n" for each colour, in list order.
     static std::string Format(std::span<const uint32_t> colors);
     // Format(colors) into `stream`, a block at a time, so a long list is

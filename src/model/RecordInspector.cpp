@@ -1,6 +1,7 @@
 #include "model/RecordInspector.h"
 
 #include <algorithm>
+#include <array>
 #include <cinttypes>
 #include <cstdarg>
 #include <cstdio>
@@ -164,7 +165,8 @@ private:
     static Kind KindAt(const std::vector<uint8_t>& bytes, size_t at) {
         if (bytes.size() < at + 2) return Kind::Unknown;
         if (bytes[at] == 13 && bytes[at + 1] == 'P') return Kind::Palette;
-        if (bytes[at] == 16 && bytes[at + 1] == 'G') return Kind::Graph;
+        // "GraphObjectBegin" or "GraphObjectBegin:2"
+        if ((bytes[at] == 16 || bytes[at] == 18) && bytes[at + 1] == 'G') return Kind::Graph;
         if (IsClassTag(Tag(bytes, at))) return Kind::Class;
         return Kind::Unknown;
     }
@@ -241,7 +243,9 @@ private:
 
     void GraphRecord(int depth) {
         Begin(depth, "CGD_GraphObject record");
-        archive_.ExpectString("GraphObjectBegin");
+        const std::string begin = archive_.ReadString("graph object begin marker");
+        if (begin != "GraphObjectBegin" && begin != "GraphObjectBegin:2")
+            archive_.Fail("graph object begin marker", "found \"" + begin + "\" instead");
         const bool visible = archive_.ReadBool("visible flag");
         const bool data = archive_.ReadBool("data flag");
         const bool usePreview = archive_.ReadBool("use preview flag");
@@ -263,9 +267,27 @@ private:
         AddField("preview", Printf("%d x %d, steps %d x %d", previewX, previewY, stepX, stepY));
         AddField("contrast colour", Colour(archive_.ReadColor("contrast colour")));
         AddField("1-D view", std::to_string(archive_.ReadInt32("one-dimensional view")));
+        if (begin == "GraphObjectBegin:2") DrawingFields();
         const ComPtr<IUnknown> object = archive_.ReadObject("data object");
         AddField("data object", DescribeData(object));
         archive_.ExpectString("GraphObjectEnd");
+    }
+
+    void DrawingFields() {
+        static constexpr std::array<const char*, 5> kStyles{"wireframe", "surface", "bar chart", "lines", "points"};
+        const int32_t style = archive_.ReadInt32("drawing style");
+        const bool image = archive_.ReadBool("image flag");
+        const int32_t shading = archive_.ReadInt32("shading mode");
+        const bool low = archive_.ReadBool("low resolution flag");
+        AddField("drawing", Printf("%s, image %d, shading %d, low resolution %d",
+                                   style >= 0 && style < 5 ? kStyles[static_cast<size_t>(style)] : "unknown style",
+                                   image, shading, low));
+        const int32_t plot = archive_.ReadInt32("section plot style");
+        const int32_t point = archive_.ReadInt32("section point style");
+        const uint32_t colour = archive_.ReadColor("section curve colour");
+        const double position = archive_.ReadDouble("section position");
+        AddField("section", Printf("plot style %d, point style %d, colour ", plot, point) + Colour(colour) +
+                                Printf(", at %g%%", position));
     }
 
     static std::string DescribeData(const ComPtr<IUnknown>& object) {

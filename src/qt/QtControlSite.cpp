@@ -7,11 +7,13 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QRegion>
 #include <QTimer>
 
 #include "qt/MenuBuilder.h"
+#include "qt/QtDisplayWatcher.h"
 #include "qt/QtFont.h"
 #include "qt/QtWindowFactory.h"
 #include "qt/ViewWindow.h"
@@ -37,7 +39,9 @@ Qt::CursorShape QtCursor(CursorShape shape) {
 
 }  // namespace
 
-QtControlSite::QtControlSite(QWidget* host) : host_(host), animator_(std::make_unique<WindowAnimator>()) {}
+QtControlSite::QtControlSite(QWidget* host) : host_(host), animator_(std::make_unique<WindowAnimator>()) {
+    QtDisplayWatcher::Install();
+}
 
 QtControlSite::~QtControlSite() {
     for (auto& [key, timer] : timers_) delete timer;
@@ -210,6 +214,22 @@ std::optional<EngineEntry> QtControlSite::ChooseEngine(const std::vector<EngineE
 int32_t QtControlSite::RunDialog(IDialogLogic& dialog) {
     const QtDialogRegistry::RunModal* run = QtDialogRegistry::BuiltIn().Modal(dialog.DialogName());
     return run ? (*run)(dialog, host_) : kAnswerCancel;
+}
+
+std::optional<std::string> QtControlSite::ChooseFile(const FileDialogRequest& request) {
+    // Qt's own dialog: the same look on every desktop, and it works where
+    // no portal or native dialog is available (Xvfb, a bare X server).
+    QFileDialog dialog(host_, QString::fromStdString(request.title));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setNameFilters({QString::fromStdString(request.filter), QStringLiteral("All files (*)")});
+    // Only a name typed to save gets the extension; an open dialog takes the
+    // name as typed.
+    if (request.save && !request.extension.empty()) dialog.setDefaultSuffix(QString::fromStdString(request.extension.substr(1)));
+    if (!request.initialPath.empty()) dialog.selectFile(QString::fromStdString(request.initialPath));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return dialog.selectedFiles().front().toStdString();
 }
 
 bool QtControlSite::OpenModelessDialog(IDialogLogic& dialog) {

@@ -51,6 +51,7 @@ public:
     // Dialogs come from QtDialogRegistry::BuiltIn(), over the host's window.
     int32_t RunDialog(IDialogLogic& dialog) override;
     bool OpenModelessDialog(IDialogLogic& dialog) override;
+    std::optional<std::string> ChooseFile(const FileDialogRequest& request) override;
     void CloseModelessDialog(IDialogLogic& dialog) override;
     void SetTimer(WindowHandle window, uint32_t timerId, uint32_t milliseconds) override;
     void KillTimer(WindowHandle window, uint32_t timerId) override;

@@ -61,6 +61,15 @@ inline constexpr int32_t kAnswerCancel = 2;
 inline constexpr int32_t kAnswerYes = 6;
 inline constexpr int32_t kAnswerNo = 7;
 
+// An open or save file dialog: what the control asks the site to show.
+struct FileDialogRequest {
+    bool save = false;          // a save dialog (asks before replacing a file) or an open one
+    std::string title;          // the dialog's caption, "Load Vexplot"
+    std::string filter;         // "Vexplot Data (*.vxg)": the one file type offered
+    std::string extension;      // ".vxg": added to a typed name that has none
+    std::string initialPath;    // the name proposed first; may be empty
+};
+
 // Cursor shapes over a window (the values of IViewHost::SetCursorShape).
 enum class CursorShape : int32_t { Arrow = 0, Cross = 1, Hand = 2, SizeAll = 3, Zoom = 4, Wait = 5 };
 
@@ -148,6 +157,9 @@ public:
     // before it goes. False when the site has no window for it.
     virtual bool OpenModelessDialog(IDialogLogic& /*dialog*/) { return false; }
     virtual void CloseModelessDialog(IDialogLogic& /*dialog*/) {}
+    // Runs an open or save file dialog: the chosen path, or nothing when the
+    // user cancelled (or nobody can be asked).
+    virtual std::optional<std::string> ChooseFile(const FileDialogRequest& /*request*/) { return std::nullopt; }
 
     // timers of a window: OnTimer every `milliseconds` until killed; a second
     // SetTimer with the same id restarts it.

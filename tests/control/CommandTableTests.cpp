@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "control/CommandIds.h"
+#include "control/KeyboardMapLogic.h"
 
 namespace vexplot {
 namespace {
@@ -195,6 +196,50 @@ TEST(CommandTable, EveryAcceleratorIsUniqueAndShownBesideItsMenuEntry) {
             EXPECT_TRUE(onKeys.count(entry.command)) << entry.text;
         }
     }
+}
+
+TEST(CommandTable, EveryCommandHasAReadableNameAndAScriptName) {
+    std::set<int32_t> named;
+    std::set<std::string_view> scriptNames;
+    for (const CommandTable::NamedCommand& c : CommandTable::Commands()) {
+        named.insert(c.command);
+        EXPECT_TRUE(scriptNames.insert(c.name).second) << c.name;
+    }
+    std::vector<int32_t> commands;
+    for (const FlatEntry& entry : kExpectedMenu)
+        if (entry.command != 0) commands.push_back(entry.command);
+    for (const auto& a : CommandTable::Accelerators()) commands.push_back(a.command);
+    for (int32_t command : commands) {
+        EXPECT_TRUE(named.count(command)) << command << " has no script name";
+        const std::string name = CommandTable::CommandName(command);
+        EXPECT_FALSE(name.empty()) << command;
+        EXPECT_EQ(name.find_first_of("&\t"), std::string::npos) << name;
+    }
+    EXPECT_EQ(CommandTable::CommandName(cmd::kPrintSetup), "Print setup");
+    EXPECT_EQ(CommandTable::CommandName(cmd::kLoadVexplot), "Load Vexplot");
+}
+
+TEST(CommandTable, KeyboardMapListsEveryAcceleratorAndToolKeyAsTheUserTypesIt) {
+    const KeyboardMapLogic map;
+    const auto accelerators = CommandTable::Accelerators();
+    ASSERT_EQ(map.Rows().size(), accelerators.size() + CommandTable::ToolKeys().size());
+    for (size_t i = 0; i < accelerators.size(); ++i) {
+        EXPECT_EQ(map.Rows()[i].command, accelerators[i].command);
+        EXPECT_FALSE(map.Rows()[i].action.empty());
+    }
+    const auto row = [&map](const std::string& keys) {
+        for (const KeyboardMapLogic::Row& r : map.Rows())
+            if (r.keys == keys) return r.action + " | " + r.where;
+        return std::string("missing");
+    };
+    EXPECT_EQ(row("Ctrl+Alt+O"), "Load Vexplot | Everywhere");
+    EXPECT_EQ(row("Ctrl+O"), "Load Data | Everywhere");
+    EXPECT_EQ(row("Alt+Enter"), "Control Properties | Everywhere");
+    EXPECT_EQ(row("Ctrl+F10"), "Open the pop-up menu | Everywhere");
+    EXPECT_EQ(row("Alt+2"), "2D Mode | Everywhere");
+    EXPECT_EQ(row("Keypad +"), "Zoom in by one step | Zoom tool");
+    EXPECT_EQ(row("Del"), "Delete the selected object | Select tool");
+    EXPECT_NE(map.Text().find("Ctrl+P\tPrint\tEverywhere\n"), std::string::npos);
 }
 
 }  // namespace

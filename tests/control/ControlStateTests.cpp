@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "ControlFixture.h"
+#include "control/ControlSerializer.h"
 #include "support/ArchiveBytes.h"
 #include "support/TempDir.h"
 
@@ -156,7 +157,7 @@ TEST_F(ControlStateTest, UntilItSavesToAFileTheControlWritesAndReadsTheHeaderAlo
     control->SetCaption("Fresh");
     control->SaveControlState(kStateKey, 1);
     Bytes header;
-    AppendInt32(header, 0x00010000);
+    AppendInt32(header, static_cast<int32_t>(ControlSerializer::kVersion));
     AppendInt32(header, 400);
     AppendInt32(header, 300);
     AppendShortString(header, "Fresh");

@@ -212,9 +212,9 @@ TEST_F(DispatchMethods, UnimplementedMembersReportThemselvesAndAnswerTheirFixedV
     EXPECT_EQ(CUI_VexplotCtrl::UnimplementedMembers().size(), answers.size() + 37);  // and 37 setters
 }
 
-TEST_F(DispatchMethods, MetafileAndPrintSayWhatStopsThemAndAboutIsNotImplemented) {
+TEST_F(DispatchMethods, MetafileAndPrintSayWhatStopsThemWhileAboutOpensTheAboutBox) {
     // The recording engine draws no scene: the metafile export and printing
-    // report that, the about box is still to come.
+    // report that.
     CreateWorking();
     std::vector<std::string> errors;
     control->OnError([&](HRESULT, const std::string& text) { errors.push_back(text); });
@@ -224,8 +224,8 @@ TEST_F(DispatchMethods, MetafileAndPrintSayWhatStopsThemAndAboutIsNotImplemented
     EXPECT_EQ(name.Bstr(), "/tmp/view.emf");
     ASSERT_EQ(Call(IdOf("Print"), {}), S_OK);
     ASSERT_EQ(Call(IdOf("AboutBox"), {}), S_OK);
-    EXPECT_EQ(errors, (std::vector<std::string>{"There is no view to export.", "There is no view to print.",
-                                                CUI_VexplotCtrl::kTextNotImplemented}));
+    EXPECT_EQ(errors, (std::vector<std::string>{"There is no view to export.", "There is no view to print."}));
+    EXPECT_EQ(site.dialogs, std::vector<std::string>{"About"});
 }
 
 // A sink of the current event interface that answers DataCellMouseOver with

@@ -68,7 +68,21 @@ public:
     int32_t MessageBox(const std::string& text, const std::string&, MessageButtons) override {
         log->Record("site.MessageBox", text);
         messages.push_back(text);
-        return kAnswerOk;
+        if (answers.empty()) return kAnswerOk;
+        const int32_t answer = answers.front();
+        answers.erase(answers.begin());
+        return answer;
+    }
+    std::optional<std::string> ChooseFile(const FileDialogRequest& request) override {
+        fileRequests.push_back(request);
+        if (files.empty()) return std::nullopt;
+        const std::string path = files.front();
+        files.erase(files.begin());
+        return path;
+    }
+    int32_t RunDialog(IDialogLogic& dialog) override {
+        dialogs.emplace_back(dialog.DialogName());
+        return dialogAnswer ? dialogAnswer(dialog) : kAnswerCancel;
     }
     std::optional<EngineEntry> ChooseEngine(const std::vector<EngineEntry>& engines) override {
         log->Record("site.ChooseEngine", Args(engines.size()));
@@ -136,6 +150,11 @@ public:
     std::shared_ptr<CallLog> log;
     std::map<WindowHandle, Window> windows;
     std::vector<std::string> messages;
+    std::vector<int32_t> answers;                 // what MessageBox answers, in turn; then kAnswerOk
+    std::vector<std::string> files;               // what ChooseFile answers, in turn; then cancelled
+    std::vector<FileDialogRequest> fileRequests;  // the file dialogs asked for
+    std::vector<std::string> dialogs;             // the names of the dialogs run
+    std::function<int32_t(IDialogLogic&)> dialogAnswer;  // null: every dialog is cancelled
     std::vector<EngineEntry> choices;  // what ChooseEngine answers, in turn
     std::vector<EngineEntry> offered;  // what it was last offered
     std::vector<ImageBuffer> bitmaps;  // sizes only: the pixels are not kept

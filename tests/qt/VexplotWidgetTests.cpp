@@ -92,7 +92,9 @@ TEST_F(VexplotWidgetTest, MenuOffersEveryWindowCommand) {
     for (int32_t command : {cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow, cmd::kLegendWindow,
                             cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kControlProperties, cmd::kMaximizeView,
                             cmd::kExportBmp, cmd::kExportEmf, cmd::kCopyToClipboard, cmd::kPrintSetup,
-                            cmd::kPrint}) {
+                            cmd::kPrint,
+                            cmd::kExternalResampling, cmd::kLoadVexplot, cmd::kSaveVexplot, cmd::kLoadData,
+                            cmd::kLoadPalette, cmd::kSavePalette, cmd::kKeyboardMap, cmd::kAbout}) {
         EXPECT_TRUE(enabled.count(command)) << command;
     }
 }

@@ -1,5 +1,9 @@
+#include "control/AboutLogic.h"
+#include "control/KeyboardMapLogic.h"
+#include "qt/dialogs/AboutDialog.h"
 #include "qt/dialogs/DataEditorDialog.h"
 #include "qt/dialogs/ExportSizeDialog.h"
+#include "qt/dialogs/KeyboardMapDialog.h"
 #include "qt/dialogs/MessageBoxExtDialog.h"
 #include "qt/dialogs/PaletteEditorDialog.h"
 #include "qt/dialogs/PropertySheetDialog.h"
@@ -17,6 +21,8 @@ void AddBuiltInDialogs(QtDialogRegistry& registry) {
     registry.AddModal(std::string(ExportSizeChooser::kName), &ExportSizeDialog::Run);
     registry.AddModal(std::string(ControlPropertySheet::kName), &PropertySheetDialog::Run);
     registry.AddModal(std::string(CMessageBoxExt::kName), &MessageBoxExtDialog::Run);
+    registry.AddModal(std::string(KeyboardMapLogic::kName), &KeyboardMapDialog::Run);
+    registry.AddModal(std::string(AboutLogic::kName), &AboutDialog::Run);
     registry.AddModal(std::string(PaletteEditor::kDialogName), [](IDialogLogic& logic, QWidget* parent) {
         return PaletteEditorDialog::Run(static_cast<PaletteEditor&>(logic), parent);
     });

@@ -18,11 +18,15 @@
 namespace vexplot::test {
 namespace {
 
-// Byte offsets of the record's items (after the 17 bytes of its begin marker).
-constexpr size_t kFlagsAt = 17;
-constexpr size_t kYCountAt = 33, kXCountAt = 37, kShownYAt = 41, kShownXAt = 45, kFirstXAt = 49, kFirstYAt = 53;
-constexpr size_t kPreviewYAt = 57, kPreviewXAt = 61, kStepXAt = 65, kStepYAt = 69, kContrastAt = 73, kViewAt = 77;
-constexpr size_t kObjectAt = 81;
+// Byte offsets of the record's items (after the 19 bytes of its begin
+// marker "GraphObjectBegin:2").
+constexpr size_t kFlagsAt = 19;
+constexpr size_t kYCountAt = 35, kXCountAt = 39, kShownYAt = 43, kShownXAt = 47, kFirstXAt = 51, kFirstYAt = 55;
+constexpr size_t kPreviewYAt = 59, kPreviewXAt = 63, kStepXAt = 67, kStepYAt = 71, kContrastAt = 75, kViewAt = 79;
+constexpr size_t kStyleAt = 83, kShadingAt = 91, kPointAt = 103, kSectionAt = 111;
+constexpr size_t kObjectAt = 119;
+// The drawing settings the first layout lacks: from the style to the object.
+constexpr size_t kDrawingSize = kObjectAt - kStyleAt;
 
 // Everything a record restores, for "as it was" checks.
 struct GraphState {
@@ -80,16 +84,22 @@ TEST_F(GraphRecord, RoundTripsByteForByteWithItsDataObject) {
     graph.SetUsePreview(true);
     graph.SetDisplaySuppressed(true);
     graph.SetOneDimensionalView(2);
+    CGD_GraphObject::DrawingSettings drawing;
+    drawing.style = GraphStyle::Barchart;
+    drawing.shading = ShadingMode::Smooth;
+    drawing.pointStyle = PointStyle::Star;
+    drawing.secantPosition = 25.0;
+    graph.SetDrawing(drawing);
     const Bytes bytes = Record(graph);
 
     ASSERT_GT(bytes.size(), kObjectAt + 16 + 15);
-    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 17), "\x10GraphObjectBegin");
+    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 19), "\x12GraphObjectBegin:2");
     const std::pair<size_t, int32_t> items[] = {
         {kFlagsAt, 0},      {kFlagsAt + 4, 1},  {kFlagsAt + 8, 1}, {kFlagsAt + 12, 1}, {kYCountAt, 40},
         {kXCountAt, 120},   {kShownYAt, 40},    {kShownXAt, 120},  {kFirstXAt, 0},     {kFirstYAt, 0},
         {kPreviewYAt, 20},  {kPreviewXAt, 60},  {kStepXAt, 2},     {kStepYAt, 2},
         {kContrastAt, 0},  // the complement of the host's white background
-        {kViewAt, 2},
+        {kViewAt, 2},       {kStyleAt, 2},      {kShadingAt, 1},   {kPointAt, 6},
     };
     for (const auto& [at, value] : items) EXPECT_EQ(Int32At(bytes, at), value) << "at " << at;
     EXPECT_EQ(Bytes(bytes.begin() + kObjectAt, bytes.begin() + kObjectAt + 4), (Bytes{0x92, 0x1D, 0x5D, 0x8D}));
@@ -100,6 +110,7 @@ TEST_F(GraphRecord, RoundTripsByteForByteWithItsDataObject) {
     GraphState expected = GraphState::Of(graph);
     expected.dataObject = loaded.Data();
     EXPECT_EQ(GraphState::Of(loaded), expected);
+    EXPECT_EQ(loaded.Drawing(), drawing);
     EXPECT_EQ(loaded.Owner(), host.Get());
     EXPECT_EQ(loaded.GetValue(119, 39), 119039.0);
     EXPECT_EQ(Record(loaded), bytes);
@@ -143,7 +154,10 @@ TEST_F(GraphRecord, ImpossibleNumbersAreRefusedAndChangeNothing) {
         {"reversed part inside the grid", {{kFirstXAt, 5}, {kShownXAt, -4}}, ""},
         {"negative preview step", {{kStepXAt, -2}}, "preview X step: is negative (-2)"},
         {"one-dimensional view 3", {{kViewAt, 3}}, "one-dimensional view: is 3, not 0, 1 or 2"},
-        {"begin marker", {{1, 0x70617258}}, "\"GraphObjectBegin\" marker: found \"XraphObjectBegin\" instead"},
+        {"begin marker", {{1, 0x70617258}}, "begin marker: found \"XraphObjectBegin:2\" instead"},
+        {"drawing style 5", {{kStyleAt, 5}}, "drawing style: is 5, not 0 to 4"},
+        {"point style -1", {{kPointAt, -1}}, "section point style: is -1, not 0 to 6"},
+        {"section position NaN", {{kSectionAt + 4, 0x7FF80000}}, "section position: is not a finite number"},
         {"unknown class of data object", {{kObjectAt, 0x12345678}}, "data object: "},
     };
     for (const Case& c : cases) {
@@ -162,6 +176,26 @@ TEST_F(GraphRecord, ImpossibleNumbersAreRefusedAndChangeNothing) {
             EXPECT_EQ(GraphState::Of(target), before);
         }
     }
+}
+
+TEST_F(GraphRecord, ARecordOfTheFirstLayoutLoadsAndKeepsTheDrawingTheObjectHas) {
+    CGD_GraphObject& source = Show(MakeData(6, 5).Get());
+    source.SetOneDimensionalView(1);
+    Bytes bytes = Record(source);
+    // The first layout: the shorter marker, no drawing settings.
+    bytes.erase(bytes.begin() + kStyleAt, bytes.begin() + kObjectAt);
+    bytes.erase(bytes.begin() + 17, bytes.begin() + 19);
+    bytes[0] = 16;
+    ASSERT_EQ(bytes.size(), Record(source).size() - kDrawingSize - 2);
+
+    CGD_GraphObject loaded;
+    CGD_GraphObject::DrawingSettings mine;
+    mine.style = GraphStyle::Points;
+    loaded.SetDrawing(mine);
+    Loaded(bytes, [&](CArchive& a) { EXPECT_TRUE(loaded.LoadRecord(a, host.Get())); });
+    EXPECT_EQ(loaded.OneDimensionalView(), 1);
+    EXPECT_EQ(loaded.GetGeometry().xCount, 6);
+    EXPECT_EQ(loaded.Drawing(), mine);
 }
 
 TEST_F(GraphRecord, EveryTruncationRaisesAndChangesNothing) {

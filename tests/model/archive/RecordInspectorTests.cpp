@@ -95,10 +95,12 @@ TEST_F(RecordInspectorTest, DescribesEachRecordFieldByField) {
               "            preview           0 x 0, steps 0 x 0\n"
               "            contrast colour   0x000000\n"
               "            1-D view          0\n"
+              "            drawing           surface, image 1, shading 0, low resolution 0\n"
+              "            section           plot style 2, point style 0, colour 0xFFFFFF, at 50%\n"
               "            data object       {8D5D1D92-6199-4AEC-900A-EF2724B42BB0} 3 x 2, X -3 .. 3, Y 2 .. 1, "
               "Z -4 .. 6.5\n"
-              "  @268    object list: 3 entries\n"
-              "    @272    CGD_Axis (schema 1)\n"
+              "  @306    object list: 3 entries\n"
+              "    @310    CGD_Axis (schema 1)\n"
               "              direction         0, 1, 0\n"
               "              label             \"Depth \\x22m\\x22\"\n"
               "              shown             1\n"
@@ -115,15 +117,15 @@ TEST_F(RecordInspectorTest, DescribesEachRecordFieldByField) {
               "              minor ticks       2\n"
               "              line, tick marks  1, 1\n"
               "              decimal count     10\n"
-              "    @381    CGD_Label (schema 1)\n"
-              "    @397    CGD_Label (schema 1)\n");
+              "    @419    CGD_Label (schema 1)\n"
+              "    @435    CGD_Label (schema 1)\n");
 }
 
 TEST_F(RecordInspectorTest, StopsWithTheOffsetOfWhatItCannotRead) {
     const Bytes file = PlotFile();
-    // Inside the graph object record's X count (record at 41, X count 37 bytes in).
-    const RecordInspector::Report cut = Inspect(Bytes(file.begin(), file.begin() + 80));
-    EXPECT_EQ(cut.error, "at offset 78: X count needs 4 bytes but only 2 remain");
+    // Inside the graph object record's X count (record at 41, X count 39 bytes in).
+    const RecordInspector::Report cut = Inspect(Bytes(file.begin(), file.begin() + 82));
+    EXPECT_EQ(cut.error, "at offset 80: X count needs 4 bytes but only 2 remain");
     ASSERT_EQ(cut.records.size(), 2u);
     EXPECT_EQ(cut.records[1].fields.size(), 1u);  // the flags, read before the cut
 

@@ -37,6 +37,25 @@ TEST(PaletteText, ReadsAsTheScanFormatDoes) {
     for (const auto& [text, colors] : cases) EXPECT_EQ(PaletteFile::Parse(text), colors) << text;
 }
 
+TEST(PaletteText, TellsAPaletteFromAFileChosenByMistake) {
+    const std::pair<std::string, bool> cases[] = {
+        {"255,0,0\n0,0,255\n", true},
+        {"255,0,0", true},                     // no final line end
+        {" 1 , -2 ,+3\r\n\n\t\n4,5,6\n", true},  // blanks, signs, CRLF and empty lines
+        {"", false},
+        {"\n \n", false},
+        {"1,2\n", false},
+        {"1,2,3,4\n", false},
+        {"1,2,3\nx\n", false},
+        {"1.5,2,3\n", false},
+        {"1,,3\n", false},
+        {std::string("\x89PNG\r\n\x1a\n", 8), false},
+    };
+    for (const auto& [text, palette] : cases) EXPECT_EQ(PaletteFile::LooksLikePalette(text), palette) << text;
+    // Everything Format writes passes.
+    EXPECT_TRUE(PaletteFile::LooksLikePalette(PaletteFile::Format(Colors{0x0000FF, 0x123456})));
+}
+
 TEST(PaletteText, FormatReadsBackAndReadingStopsAtTheLimit) {
     EXPECT_EQ(PaletteFile::Format(Colors{0x0000FF, 0x0A0B0C}), "255,0,0\n12,11,10\n");
     std::mt19937 random(7);
