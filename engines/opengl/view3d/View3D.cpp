@@ -223,8 +223,10 @@ HRESULT View3D::Render(const ImageBuffer& target, int32_t detail, const Tile* ti
         lines_->Clear();
         const std::vector<Axes3D::PlacedText> texts =
             axes_.Build(box, camera_.Position(), projector, engine_.Text(), *lines_, scale);
-        lines_->Draw(glProjector.viewProjection, scale(lineWidth_));
+        // The scene first: its depth then hides the axes' lines behind a
+        // wireframe, whose cells are opaque though only their lines show.
         DrawScene(box, glProjector, scale, draws);
+        lines_->Draw(glProjector.viewProjection, scale(lineWidth_));
         DrawOverlayLines(box, glProjector, scale);
         target_->ReadInto(target);
 
