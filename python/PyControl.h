@@ -72,6 +72,17 @@ public:
     // saved to a file itself). OSError when the file cannot be read.
     void OpenPlot(const std::string& path);
 
+    // scripted input, as the user gives it (view-window pixels, virtual-key
+    // codes), and what the user reads:
+    void MouseMove(int x, int y);
+    void MouseDown(int x, int y);
+    void MouseUp(int x, int y);
+    void DoubleClick(int x, int y);
+    void Key(int code);
+    bool Command(int id);
+    std::vector<std::string> InfoLines();
+    std::string StatusText();
+
     // the window:
     void Show();
     void Close();

@@ -4,7 +4,9 @@
 
 #include "com/ComError.h"
 #include "dataobject/GraphDataClass.h"
+#include "tools/CTool.h"
 #include "tools/CToolsCtrl.h"
+#include "tools/ToolIconMenu.h"
 #include "ui/CUIW_InfoWnd.h"
 
 namespace vexplot {
@@ -32,6 +34,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     points_.Add(kEventsIid);
     points_.Add(kExEventsIid);
     AddViewCommands();
+    AddToolCommands();
 }
 
 CUI_VexplotCtrl::~CUI_VexplotCtrl() { Destroy(); }
@@ -67,6 +70,7 @@ bool CUI_VexplotCtrl::Create(IControlSite& site, const PixelRect& rect) {
     ApplyQuality3D();
     ShowInitialWindows();
     SetViewMode(GetView3D() ? 1 : 0);
+    SetUpTools();
     RecalcLayout();
     return true;
 }
@@ -117,6 +121,7 @@ void CUI_VexplotCtrl::ShowInitialWindows() {
 void CUI_VexplotCtrl::Destroy() {
     // Everything that holds engine interfaces goes before the control's own
     // references, which are released 3-D view, 2-D device, engine.
+    TearDownTools();
     graphs_.reset();
     for (auto& axis : axes_) axis.reset();
     if (engine_) engine_->Release();
@@ -264,7 +269,8 @@ void CUI_VexplotCtrl::ApplyVisibility(const WindowVisibility* record) {
     }
     const WindowVisibility v = *record;
     if (!site_) return;
-    for (WindowRole role : {WindowRole::Title, WindowRole::MenuButton, WindowRole::LegendButton})
+    for (WindowRole role : {WindowRole::Title, WindowRole::MenuButton, WindowRole::LegendButton,
+                            WindowRole::ToolsButton})
         site_->ShowWindow(Window(role), v.title);
     site_->ShowWindow(Window(WindowRole::StatusBar), v.status);
     if (info_)

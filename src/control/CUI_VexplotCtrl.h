@@ -25,8 +25,10 @@
 
 namespace vexplot {
 
+class CTool;
 class CToolsCtrl;
 class MessageSink;
+class ToolIconMenu;
 class SettingsStore;
 
 // The embeddable control: owns its windows (through an IControlSite), the
@@ -403,6 +405,27 @@ public:
     // Never reported to the host.
     int32_t LastStateFailure() const { return stateFailure_; }
 
+    // ---- interaction tools and scripted input (CUI_VexplotCtrlTools.cpp) ----
+    // Input as if the user gave it, for hosts that test their programs and
+    // for batch use: mouse events at view-window pixels (device pixels of
+    // the view shown) and keys by virtual-key code (vk::...), through the
+    // same path the view window's input takes.
+    void MouseMove(int32_t x, int32_t y);
+    void MouseDown(int32_t x, int32_t y);
+    void MouseUp(int32_t x, int32_t y);
+    void DoubleClick(int32_t x, int32_t y);
+    void MouseLeave();
+    void KeyPress(int32_t key);
+    // The active tool's command (cmd::kSelect ... cmd::kRegion), and the tool.
+    int32_t ActiveToolCommand() const;
+    CTool* ActiveTool() const { return tool_.get(); }
+    // The info window's lines as shown in order (hidden sections left
+    // out), and the status bar's text.
+    std::vector<std::string> InfoLines() const;
+    std::string StatusText() const;
+    // The title bar's menu of tool icons as it stands now.
+    MenuModel ToolMenu();
+
     // IDispatch (CUI_VexplotCtrlDispatch.cpp): the table of DispatchTable::Vexplot().
     HRESULT GetTypeInfoCount(uint32_t* count) override;
     HRESULT GetTypeInfo(uint32_t index, LCID lcid, IUnknown** info) override;
@@ -426,16 +449,32 @@ private:
     void OnKey(WindowHandle window, const KeyEvent& event) override;
 
     // input (CUI_VexplotCtrlInput.cpp):
-    struct Drag {
-        bool pan = false;
-        PixelPoint last;
-    };
-    void BeginDrag(const MouseEvent& event);
-    void ContinueDrag(const MouseEvent& event);
-    void EndDrag();
     // Each group of commands adds its entries to commands_ once, at
     // construction.
     void AddViewCommands();
+
+    // ---- private: interaction tools (CUI_VexplotCtrlTools.cpp) ----
+    class ToolContext;
+    struct ToolContextDeleter {
+        void operator()(ToolContext* context) const;
+    };
+    void AddToolCommands();
+    // Makes the tool of `command` the active one.
+    void ChooseTool(int32_t command);
+    void CreateToolsButton();
+    // Sets up the position read-out and the default tool once the windows
+    // and the engine exist; TearDownTools undoes it before they go.
+    void SetUpTools();
+    void TearDownTools();
+    // Mouse input of a view window, given to the active tool.
+    void ToolMouse(const MouseEvent& event);
+    void UpdateScaleEntries();
+    std::unique_ptr<ToolContext, ToolContextDeleter> toolContext_;
+    std::unique_ptr<CTool> tool_;
+    std::unique_ptr<CToolsCtrl> toolsButton_;
+    std::unique_ptr<ToolIconMenu> toolMenu_;
+    uint32_t positionSection_ = 0;
+    bool showMesh_ = false;
 
     // auxiliary windows (CUI_VexplotCtrlWindows.cpp):
     void CreateTitleButtons();
@@ -527,7 +566,7 @@ private:
     MessageSink* sink_;
     std::shared_ptr<SettingsStore> store_;
     IControlSite* site_ = nullptr;  // borrowed between Create and Destroy
-    std::array<WindowHandle, 11> windows_{};
+    std::array<WindowHandle, 12> windows_{};
     std::unique_ptr<EngineHost> engine_;
     std::unique_ptr<CGD_GraphObjectList> graphs_;
     std::array<std::unique_ptr<CGD_Axis>, 4> axes_;  // X, Y, Z, Palette
@@ -550,7 +589,6 @@ private:
     bool surfaceViewAvailable_ = true;
     bool navigatorFlag_ = true;
     CGD_Annotation* selected_ = nullptr;
-    std::optional<Drag> drag_;
     std::unique_ptr<CToolsCtrl> menuButton_;
     std::unique_ptr<CToolsCtrl> legendButton_;
     std::unique_ptr<CUIW_InfoWnd> info_;

@@ -153,6 +153,8 @@ public:
     // all the detail the pixels can show. True draws every cell whatever
     // its size on screen (for comparisons; it costs far more time).
     virtual HRESULT SetEveryCell(bool everyCell) = 0;  // slot 53
+    // Draws the grid lines of surfaces over them (the menu's "Mesh").
+    virtual HRESULT SetMeshVisible(bool visible) = 0;  // slot 54
 
 protected:
     ~IGraphView3D() = default;

@@ -68,6 +68,7 @@ public:
     // and offers no look into its queue: there is never a queued move to
     // supersede.
     bool MouseInputPending() const override { return false; }
+    void ShowToolTip(WindowHandle window, PixelPoint at, const std::string& text) override;
 
 private:
     struct Window {

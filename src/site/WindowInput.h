@@ -51,6 +51,7 @@ inline constexpr int32_t kDown = 0x28;
 inline constexpr int32_t kInsert = 0x2D;
 inline constexpr int32_t kDelete = 0x2E;
 inline constexpr int32_t kApps = 0x5D;  // the keyboard's menu key
+inline constexpr int32_t kNumpad0 = 0x60;
 inline constexpr int32_t kAdd = 0x6B;
 inline constexpr int32_t kSubtract = 0x6D;
 inline constexpr int32_t kF10 = 0x79;

@@ -165,6 +165,7 @@ public:
     HRESULT ResetCamera() override { return Note("ResetCamera"); }
     HRESULT Pick(int32_t px, int32_t py, Point3*) override { return Note("Pick", px, py); }
     HRESULT SetEveryCell(bool everyCell) override { return Note("SetEveryCell", everyCell); }
+    HRESULT SetMeshVisible(bool visible) override { return Note("SetMeshVisible", visible); }
 
     DataRect shown{}, full{};  // what GetViewBounds answers
     CameraVector position{1, 2, 3, 1};

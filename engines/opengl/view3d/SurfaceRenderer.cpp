@@ -155,11 +155,21 @@ void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, 
     glLineWidth(frame.lineWidth);
     switch (layer.style) {
     case GraphStyle::Surface:
+        if (!frame.mesh) {
+            DrawFilled(layer, level, box, frame);
+            break;
+        }
+        // The surface is pushed back a little so that its own grid lines
+        // win the depth test.
+        glEnable(GL_POLYGON_OFFSET_FILL);
+        glPolygonOffset(1.0f, 1.0f);
         DrawFilled(layer, level, box, frame);
-        break;
+        glDisable(GL_POLYGON_OFFSET_FILL);
+        [[fallthrough]];
     case GraphStyle::Wireframe:
     case GraphStyle::Lines: {
         Bind(lines_, layer, level, box, frame, xs.first, ys.first);
+        glUniform1i(lines_.Uniform("meshLines"), layer.style == GraphStyle::Surface ? 1 : 0);
         const GLint firstNode = lines_.Uniform("firstNode");
         // Instances are lines of nodes along y, then (wireframe) along x.
         glUniform1i(lines_.Uniform("alongX"), 0);
@@ -167,7 +177,7 @@ void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, 
             glUniform2i(firstNode, xs.first + first, ys.first);
             glDrawArraysInstanced(GL_LINE_STRIP, 0, ys.count, count);
         });
-        if (layer.style == GraphStyle::Wireframe) {
+        if (layer.style != GraphStyle::Lines) {
             glUniform1i(lines_.Uniform("alongX"), 1);
             InBatches(frame, ys.count, uint64_t(xs.count), [&](int32_t first, int32_t count) {
                 glUniform2i(firstNode, xs.first, ys.first + first);

@@ -30,6 +30,8 @@ public:
         // of them in flight, keeps that to a few batches' worth instead of
         // a few hundred thousand cells'.
         uint32_t batchPrimitives = 0;
+        // Surfaces get their grid lines drawn over them in a dark grey.
+        bool mesh = false;
     };
 
     SurfaceRenderer();

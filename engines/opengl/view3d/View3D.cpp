@@ -289,7 +289,8 @@ void View3D::DrawScene(const SceneBox& box, const Projector& projector, const Pi
                                        static_cast<int32_t>(engine_.PaletteColors().size()),
                                        scale(lineWidth_),
                                        static_cast<float>(scale.Ratio()),
-                                       BatchPrimitives()};
+                                       BatchPrimitives(),
+                                       mesh_};
     // Clip planes cost the software rasteriser a clipping stage for every
     // triangle: only zoomed views need them.
     const bool clip = visibleRange_.has_value();
@@ -652,6 +653,12 @@ HRESULT View3D::SetAxisScale(AxisId axis, double factor) {
 
 HRESULT View3D::SetGridVisible(bool visible) {
     axes_.gridVisible = visible;
+    Invalidate();
+    return S_OK;
+}
+
+HRESULT View3D::SetMeshVisible(bool visible) {
+    mesh_ = visible;
     Invalidate();
     return S_OK;
 }

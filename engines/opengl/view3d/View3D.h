@@ -84,6 +84,7 @@ public:
     HRESULT SetLowResolution(bool low) override;
     HRESULT SetAxisScale(AxisId axis, double factor) override;
     HRESULT SetGridVisible(bool visible) override;
+    HRESULT SetMeshVisible(bool visible) override;
     HRESULT SetLogZ(bool logarithmic) override;
     HRESULT GetCameraPosition(CameraVector* position) override;
     HRESULT SetCameraPosition(CameraVector position) override;
@@ -166,6 +167,7 @@ private:
     uint32_t detailBudget_ = kDefaultDetailBudget;
     int32_t pendingDetail_ = kUpdateFull;  // what the next render of the cache draws
     bool everyCell_ = false;
+    bool mesh_ = false;
     std::optional<DataRect> visibleRange_;
     Axes3D axes_;
     Camera camera_;
