@@ -332,7 +332,8 @@ int32_t QtControlSite::TrackPopupMenu(WindowHandle window, const MenuModel& mode
     const QString before = status ? status->text() : QString();
     QMenu menu(widget);
     FillMenu(menu, model, [this](const std::string& prompt) { ShowPrompt(prompt); });
-    const int32_t command = CommandOf(menu.exec(widget->mapToGlobal(QPoint(at.x, at.y))));
+    QAction* chosen = menu.exec(widget->mapToGlobal(QPoint(at.x, at.y)));
+    const int32_t command = ChosenCommand(menu, chosen);
     if (status) status->setText(before);
     return command;
 }
