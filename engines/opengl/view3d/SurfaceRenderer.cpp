@@ -132,10 +132,19 @@ void SurfaceRenderer::Bind(const GlProgram& program, const Layer& layer, const H
 }
 
 void SurfaceRenderer::DrawFilled(const Layer& layer, const HeightField::Level& level, const SceneBox& box,
-                                 const Frame& frame) {
+                                 const Frame& frame, const NodeWindow* window) {
     const GridExtent& e = layer.extent;
-    const Range xs = ShownNodes(e.xFirst, e.xLast, level.xCount, box.shown.xMin, box.shown.xMax);
-    const Range ys = ShownNodes(e.yFirst, e.yLast, level.yCount, box.shown.yMin, box.shown.yMax);
+    Range xs = ShownNodes(e.xFirst, e.xLast, level.xCount, box.shown.xMin, box.shown.xMax);
+    Range ys = ShownNodes(e.yFirst, e.yLast, level.yCount, box.shown.yMin, box.shown.yMax);
+    if (window) {
+        auto limit = [](Range r, int32_t first, int32_t last, int32_t factor) {
+            const int32_t lo = std::max(r.first, first / factor);
+            const int32_t hi = std::min(r.first + r.count - 1, last / factor + 1);
+            return Range{lo, std::max(0, hi - lo + 1)};
+        };
+        xs = limit(xs, window->xFirst, window->xLast, std::max(1, level.factor));
+        ys = limit(ys, window->yFirst, window->yLast, std::max(1, level.factor));
+    }
     if (xs.count < 2 || ys.count < 2) return;
     Bind(surface_, layer, level, box, frame, xs.first, ys.first);
     glUniform1i(surface_.Uniform("smoothShading"), layer.shading == ShadingMode::Smooth ? 1 : 0);

@@ -429,15 +429,71 @@ HRESULT View3D::Pick(int32_t px, int32_t py, Point3* point) {
     if (!Ready()) return E_FAIL;
     const SceneBox box = Box();
     const Projector projector = MakeProjector(width_, height_);
-    // Draw the visible layers' surfaces into one pixel of a depth buffer
-    // and turn the depth found there back into a scene point.
+    auto unproject = [&](float depth) {
+        const Vec4 ndc{2.0 * (px + 0.5) / width_ - 1.0, 1.0 - 2.0 * (py + 0.5) / height_, 2.0 * depth - 1.0, 1.0};
+        const Vec4 scene = projector.viewProjection.Inverse() * ndc;
+        return scene.w == 0 ? std::optional<Point3>()
+                            : box.ToData({scene.x / scene.w, scene.y / scene.w, scene.z / scene.w});
+    };
+    // A full grid drawn for one pixel still costs every vertex: the pick
+    // first finds the point on a coarse level (about a cell per pixel of a
+    // small view), then draws the full grid only around it.
     float depth = 1.0f;
+    int32_t coarsest = 1;
     try {
-        // The scene's target holds nothing between renders (the cache has
-        // the picture): where it is single-sampled anyway, as on a software
-        // renderer, picking draws there rather than into a second
-        // framebuffer of the window's size.
-        RenderTarget& pickTarget = engine_.SoftwareRenderer() ? *target_ : *pickTarget_;
+        depth = PickDepth(px, py, projector, box, [&](Layer& layer) {
+            const int32_t factor =
+                HeightField::FactorForBudget(layer.field.XCount(), layer.field.YCount(), kPickCoarseCells);
+            coarsest = std::max(coarsest, factor);
+            return std::make_pair(factor > 1 ? layer.field.Reduced(factor, *reduce_) : layer.field.Full(),
+                                  std::optional<SurfaceRenderer::NodeWindow>());
+        });
+    } catch (const std::exception&) {
+        return E_FAIL;
+    }
+    if (!(depth < 1.0f)) return S_FALSE;
+    const std::optional<Point3> rough = unproject(depth);
+    if (!rough) return S_FALSE;
+    *point = *rough;
+    if (coarsest == 1) return S_OK;
+    // Around the rough point, wider where the coarse cells are: the full
+    // surface lies within a few of them of the coarse one.
+    for (const int32_t margin : {4 * coarsest + 8, 16 * coarsest + 32}) {
+        try {
+            depth = PickDepth(px, py, projector, box, [&](Layer& layer) {
+                const GridExtent& e = layer.extent;
+                auto node = [](double v, double first, double last, int32_t count) {
+                    const double t = last != first ? (v - first) / (last - first) : 0.0;
+                    return static_cast<int32_t>(std::lround(std::clamp(t, 0.0, 1.0) * (count - 1)));
+                };
+                const int32_t ix = node(rough->x, e.xFirst, e.xLast, layer.field.XCount());
+                const int32_t iy = node(rough->y, e.yFirst, e.yLast, layer.field.YCount());
+                return std::make_pair(layer.field.Full(), std::optional<SurfaceRenderer::NodeWindow>(
+                                                              {ix - margin, ix + margin, iy - margin, iy + margin}));
+            });
+        } catch (const std::exception&) {
+            return S_OK;
+        }
+        if (depth < 1.0f) {
+            if (const auto fine = unproject(depth)) *point = *fine;
+            break;
+        }
+    }
+    return S_OK;
+}
+
+float View3D::PickDepth(int32_t px, int32_t py, const Projector& projector, const SceneBox& box,
+                        const std::function<std::pair<HeightField::Level, std::optional<SurfaceRenderer::NodeWindow>>(
+                            Layer&)>& levelOf) {
+    // Draw the visible layers' surfaces into one pixel of a depth buffer
+    // and read the depth found there.
+    float depth = 1.0f;
+    // The scene's target holds nothing between renders (the cache has the
+    // picture): where it is single-sampled anyway, as on a software
+    // renderer, picking draws there rather than into a second framebuffer
+    // of the window's size.
+    RenderTarget& pickTarget = engine_.SoftwareRenderer() ? *target_ : *pickTarget_;
+    try {
         pickTarget.Ensure(width_, height_, 1);
         pickTarget.Bind();
         glEnable(GL_SCISSOR_TEST);
@@ -449,22 +505,20 @@ HRESULT View3D::Pick(int32_t px, int32_t py, Point3* point) {
         const SurfaceRenderer::Frame frame{projector.viewProjection, {0, 0, 1}, camera_.Position(), &engine_.Palette(),
                                            static_cast<int32_t>(engine_.PaletteColors().size()), 1.0f, 1.0f, 0};
         for (int i = 0; i < 4; ++i) glEnable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
-        for (auto& [id, layer] : layers_)
-            if (layer && layer->Drawable()) surfaces_->DrawFilled(*layer, layer->field.Full(), box, frame);
+        for (auto& [id, layer] : layers_) {
+            if (!layer || !layer->Drawable()) continue;
+            const auto [level, window] = levelOf(*layer);
+            surfaces_->DrawFilled(*layer, level, box, frame, window ? &*window : nullptr);
+        }
         for (int i = 0; i < 4; ++i) glDisable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
         glReadPixels(px, height_ - 1 - py, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
         glDisable(GL_SCISSOR_TEST);
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
-    } catch (const std::exception&) {
+    } catch (...) {
         glDisable(GL_SCISSOR_TEST);
-        return E_FAIL;
+        throw;
     }
-    if (!(depth < 1.0f)) return S_FALSE;
-    const Vec4 ndc{2.0 * (px + 0.5) / width_ - 1.0, 1.0 - 2.0 * (py + 0.5) / height_, 2.0 * depth - 1.0, 1.0};
-    const Vec4 scene = projector.viewProjection.Inverse() * ndc;
-    if (scene.w == 0) return S_FALSE;
-    *point = box.ToData({scene.x / scene.w, scene.y / scene.w, scene.z / scene.w});
-    return S_OK;
+    return depth;
 }
 
 HRESULT View3D::GetViewBounds(DataRect* shown, DataRect* full) {

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -13,6 +14,7 @@
 #include "opengl/gl/PixelScale.h"
 #include "opengl/view3d/Projector.h"
 #include "opengl/view3d/SceneBox.h"
+#include "opengl/view3d/SurfaceRenderer.h"
 
 namespace vexplot {
 
@@ -32,6 +34,8 @@ public:
     // otherwise: a moving frame at 1024 x 768 stays near 30 ms on llvmpipe
     // with two busy cores (256 x 256 cells took 50 to 60 ms).
     static constexpr uint32_t kDefaultDetailBudget = 128 * 128;
+    // Cells of the coarse level a pick starts from.
+    static constexpr uint64_t kPickCoarseCells = 256 * 256;
     // Samples per pixel at rest on a GPU; moving frames use one. A software
     // renderer always uses one: there 2 or 4 samples cost 3 to 5 times the
     // frame (measured with llvmpipe on two cores).
@@ -134,6 +138,12 @@ private:
     // SurfaceRenderer::Frame::batchPrimitives for this context.
     uint32_t BatchPrimitives() const;
     HeightField::Level LevelFor(Layer& layer, int32_t detail, uint64_t pixels, const SceneBox& box);
+    // The depth (0 to 1; 1 where nothing was hit) at one pixel of the
+    // surfaces of every drawable layer, each drawn from the level (and only
+    // inside the node window) `levelOf` gives it.
+    float PickDepth(int32_t px, int32_t py, const Projector& projector, const SceneBox& box,
+                    const std::function<std::pair<HeightField::Level, std::optional<SurfaceRenderer::NodeWindow>>(
+                        Layer&)>& levelOf);
     HRESULT Render(const ImageBuffer& target, int32_t detail);
     // Renders the pending detail into the cache at the given size and
     // pixel ratio (hundredths).
