@@ -33,6 +33,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     labels_ = {settings_.axes[0].label, settings_.axes[1].label, settings_.axes[2].label};
     points_.Add(kEventsIid);
     points_.Add(kExEventsIid);
+    annotations_ = std::make_unique<CGD_AnnotationList>();
     AddViewCommands();
     AddToolCommands();
 }
@@ -65,6 +66,7 @@ bool CUI_VexplotCtrl::Create(IControlSite& site, const PixelRect& rect) {
         return false;
     }
     graphs_ = std::make_unique<CGD_GraphObjectList>();
+    AttachAnnotations();
     CreateAxes();
     ApplyAllAxes();
     ApplyQuality3D();
@@ -121,6 +123,9 @@ void CUI_VexplotCtrl::ShowInitialWindows() {
 void CUI_VexplotCtrl::Destroy() {
     // Everything that holds engine interfaces goes before the control's own
     // references, which are released 3-D view, 2-D device, engine.
+    // The annotations go first: their wrappers are detached and their info
+    // sections removed while the info window still exists.
+    annotations_->Clear();
     TearDownTools();
     graphs_.reset();
     for (auto& axis : axes_) axis.reset();
@@ -183,6 +188,7 @@ void CUI_VexplotCtrl::RecalcLayout() {
 
 void CUI_VexplotCtrl::Redraw(bool erase) {
     if (!site_ || !currentView_) return;
+    DrawAnnotations();
     if (Is3DViewCurrent()) GetView3D()->Update(moving_ ? kUpdateMoving : kUpdateFull);
     site_->Invalidate(currentView_, nullptr, erase);
 }
@@ -198,8 +204,11 @@ void CUI_VexplotCtrl::OnPaint(WindowHandle window, const ImageBuffer& target) {
     redrawPending_ = false;
     if (window == Window(WindowRole::View3D) && GetView3D())
         GetView3D()->Draw(&target);
-    else if (window == Window(WindowRole::View2D) && GetDevice2D())
+    else if (window == Window(WindowRole::View2D) && GetDevice2D()) {
+        // The flat overlay is in client pixels: placed again for this size.
+        DrawAnnotations();
         GetDevice2D()->Draw(&target);
+    }
 }
 
 void CUI_VexplotCtrl::InvalidateView(const PixelRect* rect) {
@@ -336,10 +345,6 @@ int32_t CUI_VexplotCtrl::ShowMessage(const char* text, uint32_t buttons) {
     const auto kind = static_cast<MessageButtons>(buttons);
     if (!site_) return buttons == static_cast<uint32_t>(MessageButtons::YesNo) ? kAnswerYes : kAnswerOk;
     return site_->MessageBox(text ? text : "", kCaption, kind);
-}
-
-void CUI_VexplotCtrl::RemoveAnnotation(CGD_Annotation* annotation) {
-    if (selected_ == annotation) selected_ = nullptr;
 }
 
 bool CUI_VexplotCtrl::ClientToData(int32_t px, int32_t py, Point3* point) {

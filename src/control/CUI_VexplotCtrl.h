@@ -15,6 +15,7 @@
 #include "control/CommandTable.h"
 #include "control/ControlSettings.h"
 #include "control/EngineHost.h"
+#include "annotations/CGD_AnnotationList.h"
 #include "site/IControlSite.h"
 #include "model/CGD_Axis.h"
 #include "model/CGD_GraphObjectList.h"
@@ -230,10 +231,10 @@ public:
     int32_t Is3DViewCurrent() override;
     void InvalidateView(const PixelRect* rect) override;
     int32_t ShowMessage(const char* text, uint32_t buttons) override;
-    void AddAnnotation(CGD_Annotation*) override {}
+    void AddAnnotation(CGD_Annotation* annotation) override;
     void RemoveAnnotation(CGD_Annotation* annotation) override;
-    void SelectAnnotation(CGD_Annotation* annotation) override { selected_ = annotation; }
-    CGD_Annotation* GetSelectedAnnotation() override { return selected_; }
+    void SelectAnnotation(CGD_Annotation* annotation) override;
+    CGD_Annotation* GetSelectedAnnotation() override;
     void ResetAxisLabel(const char* axis) override;
     void SetXLabel(const char* text) override { TakeDataLabel(AxisId::X, text); }
     void SetYLabel(const char* text) override { TakeDataLabel(AxisId::Y, text); }
@@ -285,6 +286,21 @@ public:
     std::string GetAxisLabel(AxisId axis) const;
     void SetAxisLabel(AxisId axis, const std::string& text);
     bool IsModified() const { return modified_; }
+
+    // ---- annotations (CUI_VexplotCtrlAnnotations.cpp) ----
+    // The control's labels, markers, regions and tracers, in Tab order, with
+    // the selected one; never null (the list outlives Destroy, emptied).
+    // Adding, moving and deleting go through AnnotationActions with the
+    // control as host, so tools, scripts and dialogs act alike.
+    CGD_AnnotationList* GetAnnotations() override { return annotations_.get(); }
+    // Runs a dialog through the site (kAnswerCancel without one).
+    int32_t RunDialog(IDialogLogic& dialog) override;
+    // The automation collections of the Markers, Regions and Labels
+    // properties, made on first use by the automation layer and kept for the
+    // control's life (an empty pointer until then).
+    ComPtr<IDispatch>& AnnotationCollection(AnnotationKind kind);
+    // The top annotation under client pixel (x, y) of the current view.
+    CGD_Annotation* AnnotationAt(int32_t x, int32_t y);
 
     // ---- older-interface methods (CUI_VexplotCtrlLegacy.cpp) ----
     // The _DVexplotEx methods on axes, palette, files and tool tips
@@ -588,7 +604,13 @@ private:
     bool moving_ = false;
     bool surfaceViewAvailable_ = true;
     bool navigatorFlag_ = true;
-    CGD_Annotation* selected_ = nullptr;
+    // annotations (CUI_VexplotCtrlAnnotations.cpp):
+    // Clears the current surface's overlay and lets every annotation draw.
+    void DrawAnnotations();
+    // Binds the annotations to the engine surfaces now held (none: release).
+    void AttachAnnotations();
+    std::unique_ptr<CGD_AnnotationList> annotations_;
+    std::array<ComPtr<IDispatch>, 3> collections_;  // markers, regions, labels
     std::unique_ptr<CToolsCtrl> menuButton_;
     std::unique_ptr<CToolsCtrl> legendButton_;
     std::unique_ptr<CUIW_InfoWnd> info_;

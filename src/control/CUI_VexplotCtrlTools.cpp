@@ -7,6 +7,13 @@
 #include <cstdio>
 #include <limits>
 
+#include "annotations/AnnotationActions.h"
+#include "annotations/CGD_AnnotationList.h"
+#include "annotations/CGD_DiffTracer.h"
+#include "annotations/CGD_Label.h"
+#include "annotations/CGD_Marker.h"
+#include "annotations/CGD_Region.h"
+#include "annotations/CGD_Tracer.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
 #include "control/CommandTable.h"
@@ -20,8 +27,7 @@ namespace vexplot {
 
 namespace {
 
-// The Z of a point that has none (off the surface, or a missing value).
-constexpr double kNoZ = 4294967295.0;
+constexpr double kNoZ = NoZValue;
 constexpr const char* kNoPosition = "Pos: X(-) Y(-) Z(-)";
 // A horizontal drag across one pixel turns the view by ten times the
 // rotation step in degrees: with the stored steps (0.01 to 0.05) a drag
@@ -195,24 +201,89 @@ public:
     }
 
     // -- annotations --
-    CGD_Annotation* Create(ToolAnnotation, const Point3&) override { return nullptr; }
-    void Move(CGD_Annotation*, const Point3&) override {}
-    void Span(CGD_Annotation*, const Point3&) override {}
-    bool PositionOf(CGD_Annotation*, Point3*) override { return false; }
-    void Delete(CGD_Annotation*) override {}
-    CGD_Annotation* HitTest(PixelPoint) override { return nullptr; }
-    CGD_Annotation* Next(CGD_Annotation*) override { return nullptr; }
-    void SetSelected(CGD_Annotation* annotation, bool selected) override {
-        if (selected) c_.SelectAnnotation(annotation);
-        else if (c_.GetSelectedAnnotation() == annotation) c_.SelectAnnotation(nullptr);
+    CGD_Annotation* Create(ToolAnnotation kind, const Point3& at) override {
+        switch (kind) {
+            case ToolAnnotation::Label: return AnnotationActions::AddLabel(c_, CGD_Label().GetCaption(), at.x, at.y, at.z);
+            case ToolAnnotation::Marker: return AnnotationActions::AddMarker(c_, at.x, at.y, at.z);
+            case ToolAnnotation::Region:
+            case ToolAnnotation::RubberBand:
+                return AnnotationActions::AddRegion(c_, at.x, at.y, at.z, at.x, at.y, at.z,
+                                                    kind == ToolAnnotation::RubberBand);
+            case ToolAnnotation::Tracer: return AnnotationActions::AddTracer(c_);
+            case ToolAnnotation::DiffTracer: return AnnotationActions::AddDiffTracer(c_, at.x, at.y, at.z);
+        }
+        return nullptr;
     }
-    CGD_Annotation* Selected() override { return c_.GetSelectedAnnotation(); }
-    bool ShowProperties(CGD_Annotation*) override { return false; }
-    void PassKey(CGD_Annotation*, int32_t) override {}
-    void SetFixedPoint(CGD_Annotation*, const Point3&) override {}
+
+    void Move(CGD_Annotation* annotation, const Point3& to) override {
+        if (!Listed(annotation)) return;
+        // The tracers follow every mouse move: their read-out and a redraw,
+        // no layout.
+        if (auto* tracer = dynamic_cast<CGD_Tracer*>(annotation)) {
+            tracer->SetPosition(to.x, to.y, to.z);
+            c_.Redraw(false);
+        } else if (auto* diff = dynamic_cast<CGD_DiffTracer*>(annotation)) {
+            diff->SetCurrent(to.x, to.y, to.z);
+            c_.Redraw(false);
+        } else {
+            AnnotationActions::Move(c_, *annotation, to.x, to.y, to.z);
+        }
+    }
+
+    void Span(CGD_Annotation* annotation, const Point3& corner) override {
+        auto* region = dynamic_cast<CGD_Region*>(annotation);
+        if (!region || !Listed(annotation)) return;
+        region->MoveCorners(region->GetX(), region->GetY(), region->GetZ(), corner.x, corner.y, corner.z);
+        region->UpdateInfoWindow();
+        c_.Redraw(false);
+    }
+
+    bool PositionOf(CGD_Annotation* annotation, Point3* at) override {
+        if (!Listed(annotation)) return false;
+        *at = {annotation->GetX(), annotation->GetY(), annotation->GetZ()};
+        return true;
+    }
+
+    void Delete(CGD_Annotation* annotation) override {
+        if (Listed(annotation)) AnnotationActions::Delete(c_, annotation);
+    }
+
+    // A region drawn with the Region tool raises DataSelect, where enabled.
+    void Finished(CGD_Annotation* annotation) override {
+        if (auto* region = dynamic_cast<CGD_Region*>(annotation); region && Listed(annotation))
+            region->NotifySelection();
+    }
+
+    CGD_Annotation* HitTest(PixelPoint pixel) override { return c_.annotations_->HitTest(pixel.x, pixel.y); }
+    CGD_Annotation* Next(CGD_Annotation* after) override { return c_.annotations_->Next(after); }
+
+    void SetSelected(CGD_Annotation* annotation, bool selected) override {
+        if (selected)
+            AnnotationActions::Select(c_, annotation);
+        else if (c_.annotations_->Selected() == annotation)
+            AnnotationActions::Select(c_, nullptr);
+    }
+
+    CGD_Annotation* Selected() override { return c_.annotations_->Selected(); }
+    bool ShowProperties(CGD_Annotation* annotation) override {
+        return Listed(annotation) && annotation->ShowProperties();
+    }
+    void PassKey(CGD_Annotation* annotation, int32_t key) override {
+        if (Listed(annotation)) annotation->OnKey(static_cast<uint32_t>(key));
+    }
+    void SetFixedPoint(CGD_Annotation* annotation, const Point3& at) override {
+        if (auto* diff = dynamic_cast<CGD_DiffTracer*>(annotation); diff && Listed(annotation)) {
+            diff->SetPosition(at.x, at.y, at.z);
+            c_.Redraw(false);
+        }
+    }
 
 private:
     static double Clamp(double v, double lo, double hi) { return lo > hi ? 0.0 : std::clamp(v, lo, hi); }
+    // A tool may hold an annotation the host has deleted meanwhile.
+    bool Listed(CGD_Annotation* annotation) const {
+        return annotation && c_.annotations_ && c_.annotations_->Contains(annotation);
+    }
     // Ranges come in scale order; the tools work on ascending ones.
     static bool Ordered(DataRect* r) {
         if (r->xMin > r->xMax) std::swap(r->xMin, r->xMax);

@@ -41,6 +41,7 @@ void CAnnotationTool::MouseMove(PixelPoint pixel, const MouseEvent&) {
         context_.Span(current_, at);
     else
         context_.Move(current_, at);
+    moved_ = true;
     context_.Redraw();
 }
 
@@ -52,7 +53,10 @@ void CAnnotationTool::ButtonUp(PixelPoint pixel) {
     if (created_ && kind_ == ToolAnnotation::Region && tiny) {
         context_.Delete(current_);
         current_ = nullptr;
+    } else if (current_ && (created_ || moved_)) {
+        context_.Finished(current_);
     }
+    moved_ = false;
     created_ = false;
     context_.Redraw();
 }
@@ -67,6 +71,7 @@ void CAnnotationTool::Cancel() {
         }
     }
     created_ = false;
+    moved_ = false;
     dragging_ = false;
     context_.Redraw();
 }

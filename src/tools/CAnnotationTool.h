@@ -27,6 +27,7 @@ protected:
 private:
     ToolAnnotation kind_;
     bool created_ = false;  // the dragged annotation was made by this drag
+    bool moved_ = false;    // the drag has moved it
     PixelPoint startPixel_;
     Point3 origin_{};       // where a moved annotation was
 };

@@ -44,7 +44,10 @@ void CSelectTool::MouseMove(PixelPoint pixel, const MouseEvent&) {
     Point3 point{};
     switch (drag_) {
         case Drag::Object:
-            if (current_ && PointAt(pixel, &point)) context_.Move(current_, point);
+            if (current_ && PointAt(pixel, &point)) {
+                context_.Move(current_, point);
+                moved_ = true;
+            }
             break;
         case Drag::Turn:
             if (dx || dy) context_.TurnBy(dx, dy);
@@ -58,12 +61,15 @@ void CSelectTool::MouseMove(PixelPoint pixel, const MouseEvent&) {
 
 void CSelectTool::ButtonUp(PixelPoint) {
     if (drag_ == Drag::Turn || drag_ == Drag::Pan) context_.EndMotion();
+    if (drag_ == Drag::Object && moved_ && current_) context_.Finished(current_);
+    moved_ = false;
     drag_ = Drag::None;
     dragging_ = false;
 }
 
 void CSelectTool::Cancel() {
     if (drag_ == Drag::Object && current_) context_.Move(current_, origin_);
+    moved_ = false;
     if (drag_ == Drag::Turn || drag_ == Drag::Pan) context_.EndMotion();
     drag_ = Drag::None;
     dragging_ = false;

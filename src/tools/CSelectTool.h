@@ -27,6 +27,7 @@ private:
     void Select(CGD_Annotation* annotation);
 
     Drag drag_ = Drag::None;
+    bool moved_ = false;
     Point3 origin_{};  // where the dragged object was
 };
 

@@ -15,7 +15,7 @@ void CTracerTool::Activate() {
     // The tracer starts in the middle of the visible range; the first move
     // puts it on the surface.
     if (context_.VisibleRange(&shown, &full))
-        Ensure({(shown.xMin + shown.xMax) / 2, (shown.yMin + shown.yMax) / 2, 4294967295.0});
+        Ensure({(shown.xMin + shown.xMax) / 2, (shown.yMin + shown.yMax) / 2, kNoSurfaceZ});
 }
 
 void CTracerTool::Deactivate() {

@@ -10,6 +10,9 @@ namespace vexplot {
 
 class CGD_Annotation;
 
+// The Z of a point that has none (off the surface, or a missing value).
+inline constexpr double kNoSurfaceZ = 4294967295.0;
+
 // The kinds of annotation a tool makes. The rubber band is the Zoom tool's
 // internal region: drawn like a region, never listed or saved.
 enum class ToolAnnotation : int32_t { Label, Marker, Region, Tracer, DiffTracer, RubberBand };
@@ -68,6 +71,8 @@ public:
     virtual bool PositionOf(CGD_Annotation* annotation, Point3* at) = 0;
     // Removes and deletes it (the internal rubber band included).
     virtual void Delete(CGD_Annotation* annotation) = 0;
+    // The user finished drawing or dragging it (a region tells the host).
+    virtual void Finished(CGD_Annotation* annotation) = 0;
     // The topmost annotation under `pixel`, or null.
     virtual CGD_Annotation* HitTest(PixelPoint pixel) = 0;
     // The annotation after `after` in the graph object's order (the first

@@ -68,6 +68,7 @@ public:
         *at = {1, 1, 2};
         return true;
     }
+    void Finished(CGD_Annotation* a) override { log.push_back("Done " + Name(a)); }
     void Delete(CGD_Annotation* a) override {
         log.push_back("Delete " + Name(a));
         if (selected_ == a) selected_ = nullptr;
@@ -146,22 +147,22 @@ struct ToolCase {
 TEST(ToolTest, EachToolAnswersItsGesturesAsItsStateMachineSays) {
     const std::vector<ToolCase> cases = {
         {"marker click creates and drags", ToolIconMenu::kMarker, "down 10 10 move 20 20 up 20 20 move 30 30",
-         {"Create Marker 10,10", "Move N0 20,20"}},
+         {"Create Marker 10,10", "Move N0 20,20", "Done N0"}},
         {"escape deletes a marker being made", ToolIconMenu::kMarker, "down 10 10 move 20 20 key 1B up 20 20",
          {"Create Marker 10,10", "Move N0 20,20", "Delete N0"}},
         {"escape puts a dragged marker back", ToolIconMenu::kMarker, "down 50 50 move 20 20 key 1B",
          {"Move A 20,20", "Move A 1,1"}},
         {"marker double click opens properties", ToolIconMenu::kMarker, "dbl 50 50", {"Props A"}},
         {"a press off the data makes nothing", ToolIconMenu::kLabel, "down -5 10 move 20 20 up 20 20", {}},
-        {"label is made where pressed", ToolIconMenu::kLabel, "down 10 12 up 10 12", {"Create Label 10,12"}},
+        {"label is made where pressed", ToolIconMenu::kLabel, "down 10 12 up 10 12", {"Create Label 10,12", "Done N0"}},
         {"region spans the drag", ToolIconMenu::kRegion, "down 10 10 move 40 30 up 40 30",
-         {"Create Region 10,10", "Span N0 40,30"}},
+         {"Create Region 10,10", "Span N0 40,30", "Done N0"}},
         {"a region of no size is dropped", ToolIconMenu::kRegion, "down 10 10 move 11 30 up 11 30",
          {"Create Region 10,10", "Span N0 11,30", "Delete N0"}},
         {"select click, then delete", ToolIconMenu::kSelect, "down 50 50 up 50 50 key 2E",
          {"Select A", "Delete A"}},
         {"select drags the selected object", ToolIconMenu::kSelect, "down 60 60 move 70 70 up 70 70",
-         {"Select B", "Move B 70,70"}},
+         {"Select B", "Move B 70,70", "Done B"}},
         {"tab walks the objects", ToolIconMenu::kSelect, "key 9 key 9", {"Select A", "Deselect A", "Select B"}},
         {"tab without objects selects nothing", ToolIconMenu::kSelect, "key 9", {}, true, false},
         {"delete with nothing selected does nothing", ToolIconMenu::kSelect, "key 2E", {}},

@@ -11,6 +11,7 @@
 #include "opengl/gl/LineRenderer.h"
 #include "opengl/gl/RenderTarget.h"
 #include "opengl/view3d/SurfaceRenderer.h"
+#include "opengl/text/TextBoxPainter.h"
 #include "opengl/text/TextPainter.h"
 
 namespace vexplot {
@@ -133,7 +134,8 @@ HRESULT View3D::RenderCache(int32_t width, int32_t height, int32_t pixelRatio) {
         return E_OUTOFMEMORY;
     }
     const ImageBuffer buffer{cache_.data(), width, height, width, pixelRatio};
-    const HRESULT hr = Render(buffer, pendingDetail_);
+    cacheDepth_.clear();
+    const HRESULT hr = Render(buffer, pendingDetail_, &cacheDepth_);
     cachePalette_ = engine_.Palette().Version();
     cacheWidth_ = width;
     cacheHeight_ = height;
@@ -168,16 +170,36 @@ HRESULT View3D::Draw(const ImageBuffer* windowPixels) {
         std::memcpy(windowPixels->pixels + static_cast<size_t>(y) * static_cast<size_t>(windowPixels->stride),
                     cache_.data() + static_cast<size_t>(y) * static_cast<size_t>(cacheWidth_),
                     static_cast<size_t>(cacheWidth_) * sizeof(uint32_t));
+    PaintOverlay(*windowPixels, cacheDepth_);
     return S_OK;
 }
 
 HRESULT View3D::RenderToImage(const ImageBuffer* image) {
     if (!ValidImage(image)) return E_INVALIDARG;
     if (shutDown_) return E_UNEXPECTED;
-    return Render(*image, kUpdateFull);
+    std::vector<float> depth;
+    const HRESULT hr = Render(*image, kUpdateFull, &depth);
+    if (SUCCEEDED(hr)) PaintOverlay(*image, depth);
+    return hr;
 }
 
-HRESULT View3D::Render(const ImageBuffer& target, int32_t detail) {
+void View3D::PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth) {
+    if (overlay3D_.Empty() || !Ready()) return;
+    const SceneBox box = Box();
+    const Projector projector = MakeProjector(target.width, target.height);
+    const Overlay3D::Project project = [&](const Point3& p, double& x, double& y, double& z) {
+        const Vec3 s = box.ToScene(p.x, p.y, p.z);
+        const Vec4 clip = projector.viewProjection * Vec4{s.x, s.y, s.z, 1.0};
+        if (!(clip.w > 1e-9)) return false;
+        x = (clip.x / clip.w + 1.0) * 0.5 * target.width;
+        y = (1.0 - clip.y / clip.w) * 0.5 * target.height;
+        z = clip.z / clip.w * 0.5 + 0.5;
+        return true;
+    };
+    overlay3D_.Paint(target, project, overlayDepthTest_ && !depth.empty() ? &depth : nullptr, engine_.Text());
+}
+
+HRESULT View3D::Render(const ImageBuffer& target, int32_t detail, std::vector<float>* depth) {
     if (!Ready()) return E_FAIL;
     try {
         const SceneBox box = Box();
@@ -209,6 +231,8 @@ HRESULT View3D::Render(const ImageBuffer& target, int32_t detail) {
             axes_.Build(box, camera_.Position(), projector, engine_.Text(), *lines_, scale);
         lines_->Draw(projector.viewProjection, scale(lineWidth_));
         DrawScene(box, projector, scale, draws);
+        // Only the annotations need it, and only where the surface may hide them.
+        if (depth && !overlay3D_.Empty() && overlayDepthTest_ && !draws.empty()) target_->ReadDepth(*depth);
         DrawOverlayLines(box, projector, scale);
         target_->ReadInto(target);
 
@@ -728,10 +752,50 @@ HRESULT View3D::SetLogZ(bool logarithmic) {
 // ---------------------------------------------------------------------------
 
 HRESULT View3D::ClearOverlay() {
+    // The annotations' shapes are painted over the cached scene: clearing
+    // them alone leaves the scene as it is.
+    if (!overlayTexts_.empty() || !overlayImages_.empty() || !overlayLines_.empty()) Invalidate();
     overlayTexts_.clear();
     overlayImages_.clear();
     overlayLines_.clear();
-    Invalidate();
+    overlay3D_.Clear();
+    return S_OK;
+}
+
+// A first shape needs the scene's depth, which the cache keeps only while
+// there is an overlay.
+HRESULT View3D::OverlayAdded(HRESULT hr) {
+    if (SUCCEEDED(hr) && cacheDepth_.empty()) Invalidate();
+    return hr;
+}
+
+HRESULT View3D::SetOverlayDepthTest(bool enabled) {
+    if (enabled != overlayDepthTest_) Invalidate();
+    overlayDepthTest_ = enabled;
+    return S_OK;
+}
+
+HRESULT View3D::AddOverlaySymbol(const Point3* at, PointStyle symbol, float size, uint32_t color) {
+    return OverlayAdded(overlay3D_.AddSymbol(at, symbol, size, color));
+}
+
+HRESULT View3D::AddOverlayTextBox(const Point3* at, int32_t dx, int32_t dy, const char* text,
+                                  const FontDescription* font, const OverlayTextBox* style) {
+    return OverlayAdded(overlay3D_.AddTextBox(at, dx, dy, text, font, style));
+}
+
+HRESULT View3D::AddOverlayStroke(uint32_t count, const Point3* points, uint32_t color, OverlayStroke stroke,
+                                 float width, bool closed) {
+    return OverlayAdded(overlay3D_.AddStroke(count, points, color, stroke, width, closed));
+}
+
+HRESULT View3D::MeasureText(const char* text, const FontDescription* font, int32_t* width, int32_t* height) {
+    if (!text || !width || !height) return E_POINTER;
+    FontDescription f = font ? *font : TextBoxPainter::DefaultFont();
+    f.face[sizeof(f.face) - 1] = '\0';
+    const TextPainter::Extent extent = TextBoxPainter::Measure(engine_.Text(), text, f);
+    *width = extent.width;
+    *height = extent.height;
     return S_OK;
 }
 

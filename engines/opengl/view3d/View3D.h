@@ -11,6 +11,7 @@
 #include "opengl/view3d/Axes3D.h"
 #include "opengl/view3d/Camera.h"
 #include "opengl/view3d/Layer.h"
+#include "opengl/view3d/Overlay3D.h"
 #include "opengl/gl/PixelScale.h"
 #include "opengl/view3d/Projector.h"
 #include "opengl/view3d/SceneBox.h"
@@ -105,6 +106,13 @@ public:
     HRESULT ResetCamera() override;
     HRESULT Pick(int32_t px, int32_t py, Point3* point) override;
     HRESULT SetEveryCell(bool everyCell) override;
+    HRESULT SetOverlayDepthTest(bool enabled) override;
+    HRESULT AddOverlaySymbol(const Point3* at, PointStyle symbol, float size, uint32_t color) override;
+    HRESULT AddOverlayTextBox(const Point3* at, int32_t dx, int32_t dy, const char* text, const FontDescription* font,
+                              const OverlayTextBox* style) override;
+    HRESULT MeasureText(const char* text, const FontDescription* font, int32_t* width, int32_t* height) override;
+    HRESULT AddOverlayStroke(uint32_t count, const Point3* points, uint32_t color, OverlayStroke stroke, float width,
+                             bool closed) override;
 
 private:
     ~View3D() override;
@@ -144,7 +152,12 @@ private:
     float PickDepth(int32_t px, int32_t py, const Projector& projector, const SceneBox& box,
                     const std::function<std::pair<HeightField::Level, std::optional<SurfaceRenderer::NodeWindow>>(
                         Layer&)>& levelOf);
-    HRESULT Render(const ImageBuffer& target, int32_t detail);
+    // `depth` (may be null) receives the scene's depth image when the
+    // annotation overlay needs it.
+    HRESULT Render(const ImageBuffer& target, int32_t detail, std::vector<float>* depth = nullptr);
+    // Paints the annotation overlay over a frame rendered at `target`'s size.
+    void PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth);
+    HRESULT OverlayAdded(HRESULT hr);
     // Renders the pending detail into the cache at the given size and
     // pixel ratio (hundredths).
     HRESULT RenderCache(int32_t width, int32_t height, int32_t pixelRatio);
@@ -187,6 +200,9 @@ private:
     std::vector<OverlayText> overlayTexts_;
     std::vector<OverlayImage> overlayImages_;
     std::vector<OverlayPolyline> overlayLines_;
+    Overlay3D overlay3D_;
+    bool overlayDepthTest_ = true;
+    std::vector<float> cacheDepth_;  // the cached frame's depth image, while the overlay needs it
 
     std::unique_ptr<RenderTarget> target_;
     std::unique_ptr<RenderTarget> pickTarget_;
