@@ -75,7 +75,7 @@ TEST_F(VexplotWidgetTest, AltTwoAndAltThreeSwitchTheViewMode) {
     EXPECT_EQ(control.GetViewMode(), 1);
 }
 
-TEST_F(VexplotWidgetTest, MenuOffersTheWindowCommandsAndShowsLaterOnesDisabled) {
+TEST_F(VexplotWidgetTest, MenusOfferTheWindowAndToolCommandsAndShowLaterOnesDisabled) {
     CUI_VexplotCtrl& control = widget->Control();
     std::set<int32_t> enabled;
     std::set<int32_t> all;
@@ -90,7 +90,21 @@ TEST_F(VexplotWidgetTest, MenuOffersTheWindowCommandsAndShowsLaterOnesDisabled) 
     walk(control.PopupMenu());
     EXPECT_EQ(all.size(), 34u);
     EXPECT_EQ(enabled, (std::set<int32_t>{cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow,
-                                          cmd::kLegendWindow, cmd::kNavigatorWindow, cmd::kStatusBar}));
+                                          cmd::kLegendWindow, cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kSelect,
+                                          cmd::kPan, cmd::kZoom, cmd::kLabel, cmd::kMarker, cmd::kTracer,
+                                          cmd::kDiffTracer, cmd::kRegion, cmd::kGrid, cmd::kMesh}));
+    // The title bar's tools button offers the eight tools, the active one
+    // checked, in columns of four.
+    EXPECT_TRUE(Window(WindowRole::ToolsButton)->isVisible());
+    ASSERT_TRUE(control.DoCommand(cmd::kZoom));
+    const MenuModel tools = control.ToolMenu();
+    ASSERT_EQ(tools.size(), 8u);
+    for (const MenuItem& item : tools) {
+        EXPECT_TRUE(item.enabled);
+        EXPECT_EQ(item.checked, item.command == cmd::kZoom);
+        EXPECT_EQ(item.icon->Width(), 32u);
+    }
+    EXPECT_TRUE(tools[4].columnBreak);
 }
 
 TEST_F(VexplotWidgetTest, WindowCommandsToggleTheirWindows) {
