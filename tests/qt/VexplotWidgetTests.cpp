@@ -75,7 +75,7 @@ TEST_F(VexplotWidgetTest, AltTwoAndAltThreeSwitchTheViewMode) {
     EXPECT_EQ(control.GetViewMode(), 1);
 }
 
-TEST_F(VexplotWidgetTest, MenusOfferTheWindowAndToolCommandsAndShowLaterOnesDisabled) {
+TEST_F(VexplotWidgetTest, MenusOfferTheWindowAndToolCommands) {
     CUI_VexplotCtrl& control = widget->Control();
     std::set<int32_t> enabled;
     std::set<int32_t> all;
@@ -89,10 +89,12 @@ TEST_F(VexplotWidgetTest, MenusOfferTheWindowAndToolCommandsAndShowLaterOnesDisa
     };
     walk(control.PopupMenu());
     EXPECT_EQ(all.size(), 34u);
-    EXPECT_EQ(enabled, (std::set<int32_t>{cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow,
-                                          cmd::kLegendWindow, cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kSelect,
-                                          cmd::kPan, cmd::kZoom, cmd::kLabel, cmd::kMarker, cmd::kTracer,
-                                          cmd::kDiffTracer, cmd::kRegion, cmd::kGrid, cmd::kMesh}));
+    for (int32_t command : {cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow, cmd::kLegendWindow,
+                            cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kSelect, cmd::kPan,
+                            cmd::kZoom, cmd::kLabel, cmd::kMarker, cmd::kTracer, cmd::kDiffTracer, cmd::kRegion,
+                            cmd::kGrid, cmd::kMesh}) {
+        EXPECT_TRUE(enabled.count(command)) << command;
+    }
     // The title bar's tools button offers the eight tools, the active one
     // checked, in columns of four.
     EXPECT_TRUE(Window(WindowRole::ToolsButton)->isVisible());
