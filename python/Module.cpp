@@ -97,6 +97,7 @@ PYBIND11_MODULE(_vexplot, m) {
         .def("mouse_up", &PyControl::MouseUp, py::arg("x"), py::arg("y"), "Releases the left button at (x, y).")
         .def("double_click", &PyControl::DoubleClick, py::arg("x"), py::arg("y"),
              "Double-clicks the left button at (x, y).")
+        .def("mouse_leave", &PyControl::MouseLeave, "The mouse leaves the view window.")
         .def("key", &PyControl::Key, py::arg("code"),
              "Presses a key by virtual-key code: 0x09 Tab, 0x0D Enter, 0x1B Escape, 0x2E Delete, 0x60 keypad 0, "
              "0x6B keypad +, 0x6D keypad -.")

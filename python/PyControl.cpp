@@ -191,6 +191,10 @@ void PyControl::DoubleClick(int x, int y) {
     Guard([&] { Control().DoubleClick(x, y); });
 }
 
+void PyControl::MouseLeave() {
+    Guard([&] { Control().MouseLeave(); });
+}
+
 void PyControl::Key(int code) {
     Guard([&] { Control().KeyPress(code); });
 }

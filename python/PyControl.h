@@ -81,6 +81,7 @@ public:
     void MouseDown(int x, int y);
     void MouseUp(int x, int y);
     void DoubleClick(int x, int y);
+    void MouseLeave();
     void Key(int code);
     bool Command(int id);
     std::vector<std::string> InfoLines();

@@ -93,6 +93,7 @@ void CTool::ShowPosition(PixelPoint pixel, bool select) {
     Point3 point{};
     if (!PointAt(pixel, &point)) {
         context_.ShowPosition(nullptr);
+        context_.SetCursor(CursorShape::Arrow);
         return;
     }
     context_.ShowPosition(&point);

@@ -90,6 +90,17 @@ class ScriptedToolsTest(unittest.TestCase):
         ctl.command(SELECT)
         self.assertNotIn("Tracer:", ctl.info_lines())
 
+    def test_position_reads_out_in_the_info_window_or_else_the_status_bar(self):
+        ctl = self.ctl
+        ctl.mouse_move(320, 240)
+        pos = [line for line in ctl.info_lines() if line.startswith("Pos:")][0]
+        self.assertRegex(pos, r"^Pos: X\(-?[0-9.]+\) Y\(-?[0-9.]+\) Z\(-?[0-9.]+\)$")
+        ctl.mouse_leave()
+        self.assertIn("Pos: X(-) Y(-) Z(-)", ctl.info_lines())
+        ctl.ShowWindows(vexplot.wndInfo, 0)
+        ctl.mouse_move(320, 240)
+        self.assertEqual(ctl.status_text(), pos.replace("Pos:", "Position:"))
+
     def test_data_cell_mouse_over_hands_the_host_the_cell(self):
         cells = []
         self.ctl.on("DataCellMouseOver", lambda x, y, z, select, text: cells.append((x, y, z)) or "cell")
