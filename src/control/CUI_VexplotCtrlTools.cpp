@@ -203,6 +203,7 @@ public:
     // -- annotations --
     CGD_Annotation* Create(ToolAnnotation kind, const Point3& at) override {
         switch (kind) {
+            // A new label reads the caption a label starts with.
             case ToolAnnotation::Label: return AnnotationActions::AddLabel(c_, CGD_Label().GetCaption(), at.x, at.y, at.z);
             case ToolAnnotation::Marker: return AnnotationActions::AddMarker(c_, at.x, at.y, at.z);
             case ToolAnnotation::Region:
