@@ -36,6 +36,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     annotations_ = std::make_unique<CGD_AnnotationList>();
     AddViewCommands();
     AddToolCommands();
+    AddDialogCommands();
     AddPaletteCommands();
 }
 

@@ -90,9 +90,9 @@ TEST_F(VexplotWidgetTest, MenusOfferTheWindowAndToolCommands) {
     walk(control.PopupMenu());
     EXPECT_EQ(all.size(), 34u);
     for (int32_t command : {cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow, cmd::kLegendWindow,
-                            cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kSelect, cmd::kPan,
-                            cmd::kZoom, cmd::kLabel, cmd::kMarker, cmd::kTracer, cmd::kDiffTracer, cmd::kRegion,
-                            cmd::kGrid, cmd::kMesh}) {
+                            cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kControlProperties, cmd::kMaximizeView,
+                            cmd::kSelect, cmd::kPan, cmd::kZoom, cmd::kLabel, cmd::kMarker, cmd::kTracer,
+                            cmd::kDiffTracer, cmd::kRegion, cmd::kGrid, cmd::kMesh}) {
         EXPECT_TRUE(enabled.count(command)) << command;
     }
     // The title bar's tools button offers the eight tools, the active one
