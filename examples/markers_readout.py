@@ -14,21 +14,18 @@ import numpy as np
 
 import vexplot
 
-MARKER, DIFF_TRACER = 32902, 32904   # the tools' menu commands
-
-
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
     ctl = vexplot.Control(width=640, height=480)
     ctl.CopyArrayData(np.load(os.path.join(here, "peaks.npy")))
     ctl.ShowWindows(vexplot.wndInfo, 1)
 
-    ctl.command(MARKER)
+    ctl.command(vexplot.Command.MARKER)
     for x, y in ((270, 250), (380, 240)):      # view-window pixels
         ctl.mouse_down(x, y)
         ctl.mouse_up(x, y)
 
-    ctl.command(DIFF_TRACER)
+    ctl.command(vexplot.Command.DIFFERENCE_TRACER)
     ctl.mouse_move(270, 250)
     ctl.mouse_down(270, 250)                   # the fixed point
     ctl.mouse_up(270, 250)
