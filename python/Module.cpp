@@ -96,6 +96,20 @@ PYBIND11_MODULE(_vexplot, m) {
              "Reads a whole plot (.vxg) saved by SaveSerialize into this control.")
         .def("answer_file_dialogs", &PyControl::AnswerFileDialogs, py::arg("path"),
              "Headless controls: later file dialogs answer with path (None cancels them).")
+        .def("mouse_move", &PyControl::MouseMove, py::arg("x"), py::arg("y"),
+             "Moves the mouse to (x, y), pixels of the view window shown, as the user does.")
+        .def("mouse_down", &PyControl::MouseDown, py::arg("x"), py::arg("y"), "Presses the left button at (x, y).")
+        .def("mouse_up", &PyControl::MouseUp, py::arg("x"), py::arg("y"), "Releases the left button at (x, y).")
+        .def("double_click", &PyControl::DoubleClick, py::arg("x"), py::arg("y"),
+             "Double-clicks the left button at (x, y).")
+        .def("mouse_leave", &PyControl::MouseLeave, "The mouse leaves the view window.")
+        .def("key", &PyControl::Key, py::arg("code"),
+             "Presses a key by virtual-key code: 0x09 Tab, 0x0D Enter, 0x1B Escape, 0x2E Delete, 0x60 keypad 0, "
+             "0x6B keypad +, 0x6D keypad -.")
+        .def("command", &PyControl::Command, py::arg("id"),
+             "Carries out a menu command by its identifier; False when it is unknown or not available now.")
+        .def("info_lines", &PyControl::InfoLines, "The info window's lines as shown, top to bottom.")
+        .def("status_text", &PyControl::StatusText, "The status bar's text.")
         .def("show", &PyControl::Show, "Shows the control's window again (windowed controls).")
         .def("close", &PyControl::Close, "Destroys the control (and its window); later calls raise.");
 

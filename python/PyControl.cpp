@@ -175,6 +175,40 @@ void PyControl::Guard(Work work) {
     }
 }
 
+void PyControl::MouseMove(int x, int y) {
+    Guard([&] { Control().MouseMove(x, y); });
+}
+
+void PyControl::MouseDown(int x, int y) {
+    Guard([&] { Control().MouseDown(x, y); });
+}
+
+void PyControl::MouseUp(int x, int y) {
+    Guard([&] { Control().MouseUp(x, y); });
+}
+
+void PyControl::DoubleClick(int x, int y) {
+    Guard([&] { Control().DoubleClick(x, y); });
+}
+
+void PyControl::MouseLeave() {
+    Guard([&] { Control().MouseLeave(); });
+}
+
+void PyControl::Key(int code) {
+    Guard([&] { Control().KeyPress(code); });
+}
+
+bool PyControl::Command(int id) {
+    bool done = false;
+    Guard([&] { done = Control().DoCommand(id); });
+    return done;
+}
+
+std::vector<std::string> PyControl::InfoLines() { return Control().InfoLines(); }
+
+std::string PyControl::StatusText() { return Control().StatusText(); }
+
 void PyControl::RawInvoke(DISPID id, uint16_t flags, DispParams& params, Variant* result) {
     // The control stays alive for the call even if a handler closes it.
     ComPtr<CUI_VexplotCtrl> control(&Control());

@@ -80,6 +80,17 @@ public:
     // Headless controls: the path every later file dialog answers with
     // (None: the dialogs are cancelled, as they are at first).
     void AnswerFileDialogs(std::optional<std::string> path);
+    // scripted input, as the user gives it (view-window pixels, virtual-key
+    // codes), and what the user reads:
+    void MouseMove(int x, int y);
+    void MouseDown(int x, int y);
+    void MouseUp(int x, int y);
+    void DoubleClick(int x, int y);
+    void MouseLeave();
+    void Key(int code);
+    bool Command(int id);
+    std::vector<std::string> InfoLines();
+    std::string StatusText();
 
     // the window:
     void Show();

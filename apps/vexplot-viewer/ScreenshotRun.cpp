@@ -44,6 +44,7 @@ const char* RoleName(int role) {
         case WindowRole::LegendWindow: return "legendWindow";
         case WindowRole::Navigator: return "navigator";
         case WindowRole::InfoPopup: return "infoPopup";
+        case WindowRole::ToolsButton: return "toolsButton";
     }
     return "unknown";
 }

@@ -20,7 +20,26 @@ from ._vexplot import AutomationError, ComObject, exec, process_events, register
 
 __version__ = _vexplot.__version__
 
-__all__ = ["Control", "AutomationError", "ComObject", "exec", "process_events", "register_engine"]
+__all__ = ["Control", "Command", "AutomationError", "ComObject", "exec", "process_events", "register_engine"]
+
+
+class Command(_enum.IntEnum):
+    """The menu commands Control.command() takes (the menu's identifiers)."""
+
+    SELECT = 32908
+    PAN = 32901
+    ZOOM = 32900
+    LABEL = 32906
+    MARKER = 32902
+    TRACER = 32903
+    DIFFERENCE_TRACER = 32904
+    REGION = 32905
+    GRID = 32910
+    MESH = 32907
+    VIEW_2D = 32801
+    VIEW_3D = 32802
+    SELECT_NEXT = 33000
+    OBJECT_PROPERTIES = 33001
 
 
 class _Method:

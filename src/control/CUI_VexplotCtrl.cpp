@@ -4,7 +4,9 @@
 
 #include "com/ComError.h"
 #include "dataobject/GraphDataClass.h"
+#include "tools/CTool.h"
 #include "tools/CToolsCtrl.h"
+#include "tools/ToolIconMenu.h"
 #include "ui/CUIW_InfoWnd.h"
 
 namespace vexplot {
@@ -31,10 +33,12 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     labels_ = {settings_.axes[0].label, settings_.axes[1].label, settings_.axes[2].label};
     points_.Add(kEventsIid);
     points_.Add(kExEventsIid);
+    annotations_ = std::make_unique<CGD_AnnotationList>();
     AddViewCommands();
     AddExportCommands();
     AddFileCommands();
     AddHelpCommands();
+    AddToolCommands();
     AddDialogCommands();
     AddPaletteCommands();
 }
@@ -67,11 +71,13 @@ bool CUI_VexplotCtrl::Create(IControlSite& site, const PixelRect& rect) {
         return false;
     }
     graphs_ = std::make_unique<CGD_GraphObjectList>();
+    AttachAnnotations();
     CreateAxes();
     ApplyAllAxes();
     ApplyQuality3D();
     ShowInitialWindows();
     SetViewMode(GetView3D() ? 1 : 0);
+    SetUpTools();
     RecalcLayout();
     RegisterForDisplayChanges();
     return true;
@@ -124,6 +130,10 @@ void CUI_VexplotCtrl::Destroy() {
     UnregisterFromDisplayChanges();
     // Everything that holds engine interfaces goes before the control's own
     // references, which are released 3-D view, 2-D device, engine.
+    // The annotations go first: their wrappers are detached and their info
+    // sections removed while the info window still exists.
+    annotations_->Clear();
+    TearDownTools();
     graphs_.reset();
     for (auto& axis : axes_) axis.reset();
     if (engine_) engine_->Release();
@@ -185,6 +195,7 @@ void CUI_VexplotCtrl::RecalcLayout() {
 
 void CUI_VexplotCtrl::Redraw(bool erase) {
     if (!site_ || !currentView_) return;
+    DrawAnnotations();
     if (Is3DViewCurrent()) GetView3D()->Update(moving_ ? kUpdateMoving : kUpdateFull);
     site_->Invalidate(currentView_, nullptr, erase);
 }
@@ -200,8 +211,11 @@ void CUI_VexplotCtrl::OnPaint(WindowHandle window, const ImageBuffer& target) {
     redrawPending_ = false;
     if (window == Window(WindowRole::View3D) && GetView3D())
         GetView3D()->Draw(&target);
-    else if (window == Window(WindowRole::View2D) && GetDevice2D())
+    else if (window == Window(WindowRole::View2D) && GetDevice2D()) {
+        // The flat overlay is in client pixels: placed again for this size.
+        DrawAnnotations();
         GetDevice2D()->Draw(&target);
+    }
 }
 
 void CUI_VexplotCtrl::InvalidateView(const PixelRect* rect) {
@@ -271,7 +285,8 @@ void CUI_VexplotCtrl::ApplyVisibility(const WindowVisibility* record) {
     }
     const WindowVisibility v = *record;
     if (!site_) return;
-    for (WindowRole role : {WindowRole::Title, WindowRole::MenuButton, WindowRole::LegendButton})
+    for (WindowRole role : {WindowRole::Title, WindowRole::MenuButton, WindowRole::LegendButton,
+                            WindowRole::ToolsButton})
         site_->ShowWindow(Window(role), v.title);
     site_->ShowWindow(Window(WindowRole::StatusBar), v.status);
     if (info_)
@@ -337,10 +352,6 @@ int32_t CUI_VexplotCtrl::ShowMessage(const char* text, uint32_t buttons) {
     const auto kind = static_cast<MessageButtons>(buttons);
     if (!site_) return buttons == static_cast<uint32_t>(MessageButtons::YesNo) ? kAnswerYes : kAnswerOk;
     return site_->MessageBox(text ? text : "", kCaption, kind);
-}
-
-void CUI_VexplotCtrl::RemoveAnnotation(CGD_Annotation* annotation) {
-    if (selected_ == annotation) selected_ = nullptr;
 }
 
 bool CUI_VexplotCtrl::ClientToData(int32_t px, int32_t py, Point3* point) {

@@ -17,6 +17,7 @@
 #include "control/ControlSettings.h"
 #include "control/DisplayChangeHook.h"
 #include "control/EngineHost.h"
+#include "annotations/CGD_AnnotationList.h"
 #include "site/IControlSite.h"
 #include "model/CGD_Axis.h"
 #include "model/CGD_GraphObjectList.h"
@@ -27,8 +28,10 @@
 
 namespace vexplot {
 
+class CTool;
 class CToolsCtrl;
 class MessageSink;
+class ToolIconMenu;
 class SettingsStore;
 
 // The embeddable control: owns its windows (through an IControlSite), the
@@ -231,10 +234,10 @@ public:
     int32_t Is3DViewCurrent() override;
     void InvalidateView(const PixelRect* rect) override;
     int32_t ShowMessage(const char* text, uint32_t buttons) override;
-    void AddAnnotation(CGD_Annotation*) override {}
+    void AddAnnotation(CGD_Annotation* annotation) override;
     void RemoveAnnotation(CGD_Annotation* annotation) override;
-    void SelectAnnotation(CGD_Annotation* annotation) override { selected_ = annotation; }
-    CGD_Annotation* GetSelectedAnnotation() override { return selected_; }
+    void SelectAnnotation(CGD_Annotation* annotation) override;
+    CGD_Annotation* GetSelectedAnnotation() override;
     void ResetAxisLabel(const char* axis) override;
     void SetXLabel(const char* text) override { TakeDataLabel(AxisId::X, text); }
     void SetYLabel(const char* text) override { TakeDataLabel(AxisId::Y, text); }
@@ -342,6 +345,21 @@ private:
     std::vector<std::string>* collectedErrors_ = nullptr;
 
 public:
+    // ---- annotations (CUI_VexplotCtrlAnnotations.cpp) ----
+    // The control's labels, markers, regions and tracers, in Tab order, with
+    // the selected one; never null (the list outlives Destroy, emptied).
+    // Adding, moving and deleting go through AnnotationActions with the
+    // control as host, so tools, scripts and dialogs act alike.
+    CGD_AnnotationList* GetAnnotations() override { return annotations_.get(); }
+    // Runs a dialog through the site (kAnswerCancel without one).
+    int32_t RunDialog(IDialogLogic& dialog) override;
+    // The automation collections of the Markers, Regions and Labels
+    // properties, made on first use by the automation layer and kept for the
+    // control's life (an empty pointer until then).
+    ComPtr<IDispatch>& AnnotationCollection(AnnotationKind kind);
+    // The top annotation under client pixel (x, y) of the current view.
+    CGD_Annotation* AnnotationAt(int32_t x, int32_t y);
+
     // ---- older-interface methods (CUI_VexplotCtrlLegacy.cpp) ----
     // The _DVexplotEx methods on axes, palette, files and tool tips
     // (CUI_VexplotCtrlMethods.cpp):
@@ -484,6 +502,26 @@ public:
     // The current view rendered at width x height (1 to kMaxExportSide).
     bool RenderView(int32_t width, int32_t height, std::vector<uint32_t>& pixels, std::string* error);
 
+    // ---- interaction tools and scripted input (CUI_VexplotCtrlTools.cpp) ----
+    // Input as if the user gave it, for hosts that test their programs and
+    // for batch use: mouse events at view-window pixels (device pixels of
+    // the view shown) and keys by virtual-key code (vk::...), through the
+    // same path the view window's input takes.
+    void MouseMove(int32_t x, int32_t y);
+    void MouseDown(int32_t x, int32_t y);
+    void MouseUp(int32_t x, int32_t y);
+    void DoubleClick(int32_t x, int32_t y);
+    void MouseLeave();
+    void KeyPress(int32_t key);
+    // The active tool's command (cmd::kSelect ... cmd::kRegion), and the tool.
+    int32_t ActiveToolCommand() const;
+    CTool* ActiveTool() const { return tool_.get(); }
+    // The info window's lines as shown in order (hidden sections left
+    // out), and the status bar's text.
+    std::vector<std::string> InfoLines() const;
+    std::string StatusText() const;
+    // The title bar's menu of tool icons as it stands now.
+    MenuModel ToolMenu();
     // ---- palette editor and data editor (CUI_VexplotCtrlDialogs.cpp) ----
     // Runs the palette editor "Colors" over the control's palette: the plot
     // follows every change at once; Cancel puts the palette back as it was.
@@ -536,13 +574,6 @@ private:
     void OnKey(WindowHandle window, const KeyEvent& event) override;
 
     // input (CUI_VexplotCtrlInput.cpp):
-    struct Drag {
-        bool pan = false;
-        PixelPoint last;
-    };
-    void BeginDrag(const MouseEvent& event);
-    void ContinueDrag(const MouseEvent& event);
-    void EndDrag();
     // Each group of commands adds its entries to commands_ once, at
     // construction.
     void AddViewCommands();
@@ -555,6 +586,29 @@ private:
     // The current view's export interface; null without one.
     ComPtr<IGraphSceneExport> SceneExport();
     void AddPaletteCommands();
+
+    // ---- private: interaction tools (CUI_VexplotCtrlTools.cpp) ----
+    class ToolContext;
+    struct ToolContextDeleter {
+        void operator()(ToolContext* context) const;
+    };
+    void AddToolCommands();
+    // Makes the tool of `command` the active one.
+    void ChooseTool(int32_t command);
+    void CreateToolsButton();
+    // Sets up the position read-out and the default tool once the windows
+    // and the engine exist; TearDownTools undoes it before they go.
+    void SetUpTools();
+    void TearDownTools();
+    // Mouse input of a view window, given to the active tool.
+    void ToolMouse(const MouseEvent& event);
+    void UpdateScaleEntries();
+    std::unique_ptr<ToolContext, ToolContextDeleter> toolContext_;
+    std::unique_ptr<CTool> tool_;
+    std::unique_ptr<CToolsCtrl> toolsButton_;
+    std::unique_ptr<ToolIconMenu> toolMenu_;
+    uint32_t positionSection_ = 0;
+    bool showMesh_ = false;
 
     // auxiliary windows (CUI_VexplotCtrlWindows.cpp):
     void CreateTitleButtons();
@@ -653,7 +707,7 @@ private:
     MessageSink* sink_;
     std::shared_ptr<SettingsStore> store_;
     IControlSite* site_ = nullptr;  // borrowed between Create and Destroy
-    std::array<WindowHandle, 11> windows_{};
+    std::array<WindowHandle, 12> windows_{};
     std::unique_ptr<EngineHost> engine_;
     std::unique_ptr<CGD_GraphObjectList> graphs_;
     std::array<std::unique_ptr<CGD_Axis>, 4> axes_;  // X, Y, Z, Palette
@@ -675,8 +729,13 @@ private:
     bool moving_ = false;
     bool surfaceViewAvailable_ = true;
     bool navigatorFlag_ = true;
-    CGD_Annotation* selected_ = nullptr;
-    std::optional<Drag> drag_;
+    // annotations (CUI_VexplotCtrlAnnotations.cpp):
+    // Clears the current surface's overlay and lets every annotation draw.
+    void DrawAnnotations();
+    // Binds the annotations to the engine surfaces now held (none: release).
+    void AttachAnnotations();
+    std::unique_ptr<CGD_AnnotationList> annotations_;
+    std::array<ComPtr<IDispatch>, 3> collections_;  // markers, regions, labels
     std::unique_ptr<CToolsCtrl> menuButton_;
     std::unique_ptr<CToolsCtrl> legendButton_;
     std::unique_ptr<CUIW_InfoWnd> info_;

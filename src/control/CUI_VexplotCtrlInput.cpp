@@ -10,15 +10,12 @@
 #include "control/CommandIds.h"
 #include "control/CommandTable.h"
 #include "dataobject/GraphDataFactory.h"
+#include "tools/CTool.h"
 
 namespace vexplot {
 
 namespace {
 
-// A horizontal drag across one pixel turns the view by ten times the
-// rotation step in degrees: with the stored steps (0.01 to 0.05) a drag
-// across a typical view turns it by one or two half turns.
-constexpr double kDegreesPerStepPixel = 10.0;
 // A pan across one pixel moves the point looked at by the translation
 // step times the distance over this many pixels.
 constexpr double kPanPixels = 250.0;
@@ -43,45 +40,12 @@ HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* erro
 
 // -- mouse --
 
+// The view windows' mouse goes to the active tool (the Select tool turns
+// the 3-D view by default); the wheel zooms the 3-D view whatever the tool.
 void CUI_VexplotCtrl::OnMouse(WindowHandle window, const MouseEvent& event) {
-    if (window != Window(WindowRole::View3D) || !GetView3D()) return;
-    switch (event.kind) {
-        case MouseEvent::Kind::Press: BeginDrag(event); break;
-        case MouseEvent::Kind::Move:
-            if (drag_) ContinueDrag(event);
-            break;
-        case MouseEvent::Kind::Release:
-            if (drag_) EndDrag();
-            break;
-        case MouseEvent::Kind::Wheel: ZoomBy(std::pow(1.0 - settings_.camTranslation[2] / 3.0, event.wheelDelta / 120.0)); break;
-        case MouseEvent::Kind::DoubleClick:
-        case MouseEvent::Kind::Leave: break;
-    }
-}
-
-void CUI_VexplotCtrl::BeginDrag(const MouseEvent& event) {
-    const bool pan = event.button == MouseEvent::Button::Right ||
-                     (event.button == MouseEvent::Button::Left && (event.modifiers & kModShift));
-    if (event.button != MouseEvent::Button::Left && !pan) return;
-    drag_ = Drag{pan, event.point};
-    BeginViewMotion();
-}
-
-void CUI_VexplotCtrl::ContinueDrag(const MouseEvent& event) {
-    const double dx = event.point.x - drag_->last.x;
-    const double dy = event.point.y - drag_->last.y;
-    drag_->last = event.point;
-    if (dx == 0 && dy == 0) return;
-    if (drag_->pan)
-        PanBy(dx, dy);
-    else
-        TurnBy(-dx * kDegreesPerStepPixel * settings_.camRotation[1], dy * kDegreesPerStepPixel * settings_.camRotation[0]);
-}
-
-void CUI_VexplotCtrl::EndDrag() {
-    drag_.reset();
-    // At rest the view draws the full grid again.
-    EndViewMotion();
+    if (window == 0 || window != currentView_) return;
+    if (window != Window(WindowRole::View3D) && window != Window(WindowRole::View2D)) return;
+    ToolMouse(event);
 }
 
 // -- camera moves shared by the mouse and the navigator --
@@ -131,7 +95,11 @@ void CUI_VexplotCtrl::OnKey(WindowHandle, const KeyEvent& event) {
         OnCommand(cmd::kOpenMenu);
         return;
     }
-    if (const int32_t command = CommandTable::FindAccelerator(event)) OnCommand(command);
+    if (const int32_t command = CommandTable::FindAccelerator(event)) {
+        OnCommand(command);
+        return;
+    }
+    if (tool_ && (event.modifiers & (kModControl | kModAlt)) == 0) tool_->OnKey(event.key);
 }
 
 MenuModel CUI_VexplotCtrl::PopupMenu() {

@@ -321,6 +321,7 @@ int32_t CUI_VexplotCtrl::RetrieveBitmap() {
     if (width <= 0 || height <= 0) return 0;
     std::vector<uint32_t> pixels(static_cast<size_t>(width) * static_cast<size_t>(height));
     const ImageBuffer image{pixels.data(), width, height, width, 0};
+    DrawAnnotations();
     const HRESULT hr = Is3DViewCurrent() ? GetView3D()->RenderToImage(&image)
                        : GetDevice2D()   ? GetDevice2D()->RenderToImage(&image)
                                          : E_UNEXPECTED;

@@ -252,6 +252,7 @@ void CUI_VexplotCtrl::RecreateEngine() {
         }
     for (auto& axis : axes_)
         if (axis) axis->SetView(nullptr);
+    annotations_->ReleaseEngine();
     if (engine_) engine_->Release();
     engine_.reset();
     const int32_t mode = viewMode_;
@@ -266,6 +267,7 @@ void CUI_VexplotCtrl::RecreateEngine() {
     }
     for (auto& axis : axes_)
         if (axis) axis->SetView(GetView3D());
+    AttachAnnotations();
     ApplyQuality3D();
     ApplyPalette();
     ResendGraphObjects();

@@ -10,6 +10,7 @@
 #include "model/CArchive.h"
 #include "model/CGD_Axis.h"
 #include "model/CGD_ObjectList.h"
+#include "annotations/CGD_AnnotationList.h"
 #include "model/GraphObjectListRecord.h"
 #include "tools/CToolsCtrl.h"
 #include "ui/CUIW_InfoWnd.h"
@@ -270,15 +271,19 @@ void ControlSerializer::StoreObjectList(CArchive& archive) {
     std::vector<const CGD_Axis*> axes;
     for (const auto& axis : control_.axes_)
         if (axis) axes.push_back(axis.get());
-    archive.WriteInt32(static_cast<int32_t>(axes.size()));
+    const std::vector<const CGD_Annotation*> annotations = control_.annotations_->Persistent();
+    archive.WriteInt32(static_cast<int32_t>(axes.size() + annotations.size()));
     for (const CGD_Axis* axis : axes) archive.WriteObjectRecord(axis);
+    for (const CGD_Annotation* annotation : annotations) archive.WriteObjectRecord(annotation);
 }
 
 void ControlSerializer::LoadObjectList(CArchive& archive) {
     RegisterAxisClass();
+    RegisterAnnotationClasses();
     CGD_ObjectList list;
     list.Serialize(archive);
     CUI_VexplotCtrl& c = control_;
+    TakeAnnotations(list);
     for (ArchiveObject* object : list.ObjectsOf(CGD_Axis::RuntimeClass().Name())) {
         const auto* loaded = static_cast<const CGD_Axis*>(object);
         CGD_Axis* own = c.GetAxis(loaded->Id());
@@ -287,6 +292,25 @@ void ControlSerializer::LoadObjectList(CArchive& archive) {
         // The label the axis showed, which may be the data set's own.
         const auto index = static_cast<size_t>(loaded->Id());
         if (index < c.labels_.size()) c.labels_[index] = loaded->GetAppearance().label;
+    }
+}
+
+// The loaded annotations replace the control's, in the file's order; each
+// is bound to the engine and opens its info section as a new one does.
+void ControlSerializer::TakeAnnotations(CGD_ObjectList& list) {
+    CUI_VexplotCtrl& c = control_;
+    c.annotations_->Clear();
+    for (int32_t i = 0; i < list.Count();) {
+        if (!dynamic_cast<CGD_Annotation*>(list.At(i))) {
+            ++i;
+            continue;
+        }
+        std::unique_ptr<ArchiveObject> object = list.Remove(list.At(i));
+        std::unique_ptr<CGD_Annotation> annotation(static_cast<CGD_Annotation*>(object.release()));
+        annotation->Attach(c.GetEngine(), nullptr, &c);
+        annotation->AttachInfoWindow(c.GetInfoWindow());
+        CGD_Annotation& added = c.annotations_->Add(std::move(annotation));
+        if (added.IsSelected()) c.annotations_->Select(&added);
     }
 }
 

@@ -73,6 +73,7 @@ private:
     void LoadRecords(CArchive& archive, Loaded& loaded);
     void StoreObjectList(CArchive& archive);
     void LoadObjectList(CArchive& archive);
+    void TakeAnnotations(class CGD_ObjectList& list);
     void StoreCamera(CArchive& archive);
     void LoadCamera(CArchive& archive, Loaded& loaded);
     // Pushes what was loaded to the windows and the engine, once.

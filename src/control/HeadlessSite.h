@@ -50,7 +50,7 @@ public:
     void CloseModelessDialog(IDialogLogic& dialog) override;
     void SetTimer(WindowHandle window, uint32_t timerId, uint32_t milliseconds) override;
     void KillTimer(WindowHandle window, uint32_t timerId) override;
-    void SetCursorShape(WindowHandle, CursorShape) override {}
+    void SetCursorShape(WindowHandle, CursorShape shape) override { cursorShape_ = shape; }
     void ShowCursor(bool show) override { cursorShown_ = show; }
     uint32_t CreateBitmap(const ImageBuffer& pixels) override;
     bool ReadBitmap(uint32_t bitmap, std::vector<uint32_t>* pixels, int32_t* width, int32_t* height) const override;
@@ -68,6 +68,8 @@ public:
     // that layouts come out as they do on screen.
     FontMetrics GetFontMetrics(const LogicalFont& font) const override;
     bool MouseInputPending() const override { return false; }
+    // Keeps the tool tip's text for ToolTip().
+    void ShowToolTip(WindowHandle, PixelPoint, const std::string& text) override { toolTip_ = text; }
 
     // batch driving:
     // Delivers the pending paints of visible view windows (OnPaint into
@@ -104,6 +106,9 @@ public:
     // The runs of the window's shape; empty when it has its whole rectangle.
     const std::vector<PixelRect>& Shape(WindowHandle window) const;
     bool CursorShown() const { return cursorShown_; }
+    // The last cursor shape set on any window, and the tool tip shown now.
+    CursorShape LastCursorShape() const { return cursorShape_; }
+    const std::string& ToolTip() const { return toolTip_; }
 
 private:
     struct Window {
@@ -145,6 +150,8 @@ private:
     FileDialogScript fileDialogScript_;
     bool cursorShown_ = true;
     PixelPoint cursor_;
+    CursorShape cursorShape_ = CursorShape::Arrow;
+    std::string toolTip_;
 };
 
 }  // namespace vexplot

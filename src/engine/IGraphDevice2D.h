@@ -95,6 +95,27 @@ public:
     // background.
     virtual HRESULT SetImageVisible(bool visible) = 0;  // slot 27
 
+    // The annotation overlay, drawn over the flat view at the next Draw or
+    // RenderToImage, in logical client pixels of the last Resize (or of the
+    // buffer rendered to). The control clears it and lets each annotation
+    // add its shapes before every redraw.
+    virtual HRESULT ClearOverlay() = 0;  // slot 28
+    // `count` points as x, y pairs; `closed` joins the last to the first.
+    virtual HRESULT AddOverlayLines(uint32_t count, const double* xy, uint32_t color, OverlayStroke stroke,
+                                    float width, bool closed) = 0;  // slot 29
+    virtual HRESULT AddOverlayBox(const OverlayBox* box) = 0;      // slot 30
+    // A symbol of `size` pixels centred on (x, y).
+    virtual HRESULT AddOverlaySymbol(double x, double y, PointStyle symbol, float size,
+                                     uint32_t color) = 0;  // slot 31
+    // `text` (UTF-8, may hold several lines) in a box whose top-left corner
+    // is at (x, y); null font: the view's default.
+    virtual HRESULT AddOverlayTextBox(double x, double y, const char* text, const FontDescription* font,
+                                      const OverlayTextBox* style) = 0;  // slot 32
+    // The size of `text` in `font` (null: the default) in logical pixels,
+    // without the box's padding.
+    virtual HRESULT MeasureText(const char* text, const FontDescription* font, int32_t* width,
+                                int32_t* height) = 0;  // slot 33
+
 protected:
     ~IGraphDevice2D() = default;
 };

@@ -121,6 +121,41 @@ struct FontDescription {
 };
 static_assert(sizeof(FontDescription) == 48);
 
+// The annotation overlay of the surfaces: how an outline is stroked and how
+// a flat-view box is filled. Sizes are logical pixels; the surfaces scale
+// them with the target's pixel ratio.
+enum class OverlayStroke : int32_t { Solid = 0, Dotted = 1, Dashed = 2 };
+enum class OverlayFill : int32_t {
+    None = 0,
+    Hatched = 1,  // diagonal lines `spacing` pixels apart in the box's colour
+    Invert = 2,   // the pixels inside the box inverted
+    Tint = 3,     // the box's colour laid over the inside at a quarter strength
+    Solid = 4,    // the box's colour
+};
+// A box of the flat overlay in logical client pixels (right and bottom
+// exclusive).
+struct OverlayBox {
+    PixelRect rect;
+    uint32_t color;       // 0x00BBGGRR of the outline, the hatching and the tint
+    int32_t stroke;       // OverlayStroke of the outline; -1 for none
+    int32_t fill;         // OverlayFill
+    int32_t spacing;      // hatching and dot spacing, pixels (at least 1)
+    float lineWidth;      // outline width, pixels
+    int32_t reserved;
+};
+static_assert(sizeof(OverlayBox) == 40);
+// A text in a box: the label of an annotation. The text's top-left corner is
+// placed `padding` pixels inside the box, whose top-left corner is at the
+// given point; boxColor / borderColor 0xFFFFFFFF draw no fill / no border.
+struct OverlayTextBox {
+    uint32_t textColor;
+    uint32_t boxColor;
+    uint32_t borderColor;
+    int32_t padding;
+};
+static_assert(sizeof(OverlayTextBox) == 16);
+inline constexpr uint32_t kOverlayNoColor = 0xFFFFFFFFu;
+
 // Bits of IGraphEngine::GetCapabilities.
 inline constexpr uint32_t kEngineHardware = 1;       // draws on a GPU rather than in software
 inline constexpr uint32_t kEngineRenderToImage = 2;  // RenderToImage works without any window

@@ -154,6 +154,27 @@ public:
     // its size on screen (for comparisons; it costs far more time).
     virtual HRESULT SetEveryCell(bool everyCell) = 0;  // slot 53
 
+    // The annotation overlay, continued. With depth testing on (the
+    // default), overlay lines are hidden where the surface is in front of
+    // them, and symbols, images and texts are left out when the surface
+    // hides their anchor point; off, the overlay is drawn over everything.
+    virtual HRESULT SetOverlayDepthTest(bool enabled) = 0;  // slot 54
+    // A symbol of `size` logical pixels centred on the projected point.
+    virtual HRESULT AddOverlaySymbol(const Point3* at, PointStyle symbol, float size,
+                                     uint32_t color) = 0;  // slot 55
+    // `text` in a box whose top-left corner is at the projected point plus
+    // (dx, dy) logical pixels; null font: the view's default.
+    virtual HRESULT AddOverlayTextBox(const Point3* at, int32_t dx, int32_t dy, const char* text,
+                                      const FontDescription* font, const OverlayTextBox* style) = 0;  // slot 56
+    // As IGraphDevice2D slot 33.
+    virtual HRESULT MeasureText(const char* text, const FontDescription* font, int32_t* width,
+                                int32_t* height) = 0;  // slot 57
+    // A polyline as slot 32, `width` logical pixels wide and stroked.
+    virtual HRESULT AddOverlayStroke(uint32_t count, const Point3* points, uint32_t color, OverlayStroke stroke,
+                                     float width, bool closed) = 0;  // slot 58
+    // Draws the grid lines of surfaces over them (the menu's "Mesh").
+    virtual HRESULT SetMeshVisible(bool visible) = 0;  // slot 59
+
 protected:
     ~IGraphView3D() = default;
 };

@@ -8,6 +8,8 @@
 namespace vexplot {
 
 class CGD_Annotation;
+class CGD_AnnotationList;
+class IDialogLogic;
 class CGD_Axis;
 class CGD_GraphObject;
 class CGD_GraphObjectList;
@@ -138,6 +140,15 @@ public:
     virtual void SetSurfaceViewAvailable(int32_t available) = 0;  // slot 45
     // The context menu at a point of the control's client area.
     virtual void ShowContextMenu(int32_t x, int32_t y) = 0;  // slot 46
+
+    // -- annotations, continued --
+    // Runs a modal dialog through the control's site: kAnswerOk when the
+    // user accepted it (the logic has then written its values), otherwise
+    // kAnswerCancel (2); a host without a site answers 2.
+    virtual int32_t RunDialog(IDialogLogic& /*dialog*/) { return 2; }  // slot 47
+    // The annotations in the object list, in their tab order; null for a
+    // host that keeps none.
+    virtual CGD_AnnotationList* GetAnnotations() { return nullptr; }  // slot 48
 
 protected:
     ~IViewHost() = default;

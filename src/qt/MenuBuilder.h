@@ -17,5 +17,8 @@ void FillMenu(QMenu& menu, const MenuModel& model, const std::function<void(cons
 
 // The command of an action FillMenu made; 0 for none.
 int32_t CommandOf(const QAction* action);
+// The command the user chose in `menu`: the action `exec` returned, or the
+// icon button clicked in a menu laid out in columns; 0 for none.
+int32_t ChosenCommand(const QMenu& menu, const QAction* action);
 
 }  // namespace vexplot

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QRegion>
 #include <QTimer>
+#include <QToolTip>
 
 #include "qt/MenuBuilder.h"
 #include "qt/QtDisplayWatcher.h"
@@ -351,9 +352,23 @@ int32_t QtControlSite::TrackPopupMenu(WindowHandle window, const MenuModel& mode
     const QString before = status ? status->text() : QString();
     QMenu menu(widget);
     FillMenu(menu, model, [this](const std::string& prompt) { ShowPrompt(prompt); });
-    const int32_t command = CommandOf(menu.exec(widget->mapToGlobal(QPoint(at.x, at.y))));
+    QAction* chosen = menu.exec(widget->mapToGlobal(QPoint(at.x, at.y)));
+    const int32_t command = ChosenCommand(menu, chosen);
     if (status) status->setText(before);
     return command;
+}
+
+void QtControlSite::ShowToolTip(WindowHandle window, PixelPoint at, const std::string& text) {
+    QWidget* widget = Widget(window);
+    if (!widget) return;
+    if (text.empty()) {
+        QToolTip::hideText();
+        return;
+    }
+    // View windows count in device pixels; Qt places tool tips in logical ones.
+    const qreal ratio = widget->devicePixelRatioF();
+    const QPoint local(static_cast<int>(at.x / ratio), static_cast<int>(at.y / ratio));
+    QToolTip::showText(widget->mapToGlobal(local), QString::fromStdString(text), widget);
 }
 
 FontMetrics QtControlSite::GetFontMetrics(const LogicalFont& font) const {

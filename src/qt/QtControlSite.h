@@ -74,6 +74,7 @@ public:
     bool CopyToClipboard(const ImageBuffer& image, const std::string& svg, std::string* error) override;
     void SetUpPrinter() override;
     bool PrintScene(const SceneBuilder& draw, bool askUser, std::string* error) override;
+    void ShowToolTip(WindowHandle window, PixelPoint at, const std::string& text) override;
 
 private:
     struct Window {

@@ -87,7 +87,9 @@ std::optional<KeyEvent> ToKeyEvent(const QKeyEvent& event) {
     const int key = event.key();
     KeyEvent out;
     out.modifiers = Modifiers(event.modifiers());
-    if (const auto special = SpecialKey(key)) {
+    if ((event.modifiers() & Qt::KeypadModifier) && key >= Qt::Key_0 && key <= Qt::Key_9) {
+        out.key = vk::kNumpad0 + (key - Qt::Key_0);  // the keypad's digits have codes of their own
+    } else if (const auto special = SpecialKey(key)) {
         out.key = *special;
     } else if ((key >= Qt::Key_0 && key <= Qt::Key_9) || (key >= Qt::Key_A && key <= Qt::Key_Z)) {
         out.key = key;  // Qt numbers digits and letters by their upper-case ASCII codes, as the platform does

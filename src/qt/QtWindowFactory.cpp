@@ -24,7 +24,8 @@ QWidget* MakeAuxiliaryWidget(WindowRole role, QWidget* parent, Qt::WindowFlags f
     QWidget* widget = nullptr;
     switch (role) {
         case WindowRole::MenuButton:
-        case WindowRole::LegendButton: widget = new ToolsButtonWidget(parent); break;
+        case WindowRole::LegendButton:
+        case WindowRole::ToolsButton: widget = new ToolsButtonWidget(parent); break;
         case WindowRole::Navigator: widget = new NavigatorWidget(parent); break;
         case WindowRole::InfoWindow:
         case WindowRole::InfoPopup: widget = new InfoWindowWidget(parent); break;

@@ -51,6 +51,7 @@ enum class WindowRole : int32_t {
     LegendWindow = 8,
     Navigator = 9,     // the camera pad over the 3-D view
     InfoPopup = 10,    // the info window as a tool window of its own, owned by the control
+    ToolsButton = 11,  // the title bar's button with the menu of tool icons
 };
 
 // Buttons of a message box and the answers it gives (the platform's codes,
@@ -222,6 +223,9 @@ public:
     // Whether mouse input is waiting to be handled: expensive updates that
     // the next mouse event will supersede can be dropped then.
     virtual bool MouseInputPending() const = 0;
+    // Shows `text` as a tool tip at `at` (client pixels of `window`); an
+    // empty text hides the tool tip.
+    virtual void ShowToolTip(WindowHandle /*window*/, PixelPoint /*at*/, const std::string& /*text*/) {}
 };
 
 }  // namespace vexplot

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,6 +22,9 @@ struct MenuItem {
     bool separator = false;
     bool columnBreak = false;                  // the entry starts a new column
     std::shared_ptr<const RgbaRaster> icon;    // drawn before the text when set
+    // The icon drawn for a screen of a pixel ratio above 1 (the same
+    // picture, not enlarged); may be empty, and then `icon` is scaled.
+    std::function<std::shared_ptr<const RgbaRaster>(double ratio)> iconAt;
     std::vector<MenuItem> submenu;  // non-empty: the entry opens this sub-menu
 
     static MenuItem Separator() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -17,10 +18,14 @@ constexpr uint32_t kBlue = 0xC04000;
 constexpr uint32_t kLens = 0xFFE8C8;
 constexpr uint32_t kYellow = 0xB0FFFF;
 
-// Drawing on a picture with clipping: what the tool pictures need and no more.
+// Drawing on a picture with clipping: what the tool pictures need and no
+// more. Coordinates are those of the 32 x 32 design; `scale` draws the same
+// design on a picture `scale` times larger, with lines, circles and
+// polygons drawn at that resolution rather than enlarged, so that icons are
+// sharp on screens of any pixel density.
 class Canvas {
 public:
-    explicit Canvas(RgbaRaster& raster) : raster_(raster) {}
+    explicit Canvas(RgbaRaster& raster, double scale = 1.0) : raster_(raster), s_(scale) {}
 
     void Dot(int x, int y, uint32_t color) {
         if (x < 0 || y < 0 || x >= static_cast<int>(raster_.Width()) || y >= static_cast<int>(raster_.Height()))
@@ -32,6 +37,46 @@ public:
     // both ends included; `dash` > 0 leaves gaps of that length between
     // dashes of the same length.
     void Line(int x0, int y0, int x1, int y1, uint32_t color, int thickness = 1, int dash = 0) {
+        PixelLine(At(x0), At(y0), At(x1), At(y1), color, Size(thickness), Size(dash));
+    }
+
+    void FillRect(int left, int top, int right, int bottom, uint32_t color) {
+        for (int y = At(top) - Half(); y <= At(bottom) + Half(); ++y)
+            for (int x = At(left) - Half(); x <= At(right) + Half(); ++x) Dot(x, y, color);
+    }
+
+    // The pixels nearer than `radius` to (cx, cy), or a ring of `thickness`
+    // whose outer edge lies at `radius` + 1.
+    void Disc(int cx, int cy, int radius, uint32_t color) { Ring(At(cx), At(cy), 0, Size(radius), color); }
+    void Circle(int cx, int cy, int radius, uint32_t color, int thickness = 1) {
+        Ring(At(cx), At(cy), Size(radius - thickness + 1), Size(thickness), color);
+    }
+
+    // A polygon filled by the even-odd rule at pixel centres, then outlined.
+    template <size_t N>
+    void Polygon(const std::array<std::pair<int, int>, N>& points, uint32_t fill, uint32_t outline) {
+        // Vertices on the design's pixel centres, at this picture's scale.
+        std::array<std::pair<double, double>, N> scaled;
+        for (size_t i = 0; i < N; ++i)
+            scaled[i] = {(points[i].first + 0.5) * s_, (points[i].second + 0.5) * s_};
+        for (int y = 0; y < static_cast<int>(raster_.Height()); ++y)
+            for (int x = 0; x < static_cast<int>(raster_.Width()); ++x)
+                if (Inside(scaled, x + 0.5, y + 0.5)) Dot(x, y, fill);
+        for (size_t i = 0; i < N; ++i) {
+            const auto [x0, y0] = points[i];
+            const auto [x1, y1] = points[(i + 1) % N];
+            Line(x0, y0, x1, y1, outline);
+        }
+    }
+
+private:
+    // A design coordinate's pixel: the centre of the design pixel, scaled.
+    int At(int c) const { return static_cast<int>(std::floor((c + 0.5) * s_)); }
+    // A design length in pixels, at least one.
+    int Size(int length) const { return length <= 0 ? length : std::max(1, static_cast<int>(std::lround(length * s_))); }
+    int Half() const { return std::max(0, static_cast<int>(std::lround(s_)) - 1) / 2; }
+
+    void PixelLine(int x0, int y0, int x1, int y1, uint32_t color, int thickness, int dash) {
         const int dx = std::abs(x1 - x0);
         const int dy = -std::abs(y1 - y0);
         const int sx = x0 < x1 ? 1 : -1;
@@ -52,32 +97,6 @@ public:
         }
     }
 
-    void FillRect(int left, int top, int right, int bottom, uint32_t color) {
-        for (int y = top; y <= bottom; ++y)
-            for (int x = left; x <= right; ++x) Dot(x, y, color);
-    }
-
-    // The pixels nearer than `radius` to (cx, cy), or a ring of `thickness`
-    // whose outer edge lies at `radius` + 1.
-    void Disc(int cx, int cy, int radius, uint32_t color) { Ring(cx, cy, 0, radius, color); }
-    void Circle(int cx, int cy, int radius, uint32_t color, int thickness = 1) {
-        Ring(cx, cy, radius - thickness + 1, thickness, color);
-    }
-
-    // A polygon filled by the even-odd rule at pixel centres, then outlined.
-    template <size_t N>
-    void Polygon(const std::array<std::pair<int, int>, N>& points, uint32_t fill, uint32_t outline) {
-        for (int y = 0; y < static_cast<int>(raster_.Height()); ++y)
-            for (int x = 0; x < static_cast<int>(raster_.Width()); ++x)
-                if (Inside(points, 2 * x + 1, 2 * y + 1)) Dot(x, y, fill);
-        for (size_t i = 0; i < N; ++i) {
-            const auto [x0, y0] = points[i];
-            const auto [x1, y1] = points[(i + 1) % N];
-            Line(x0, y0, x1, y1, outline);
-        }
-    }
-
-private:
     void Pen(int x, int y, uint32_t color, int thickness) {
         const int from = -(thickness - 1) / 2;
         for (int oy = from; oy < from + thickness; ++oy)
@@ -95,24 +114,21 @@ private:
             }
     }
 
-    // Even-odd test of the doubled point (px, py) against the polygon in
-    // doubled coordinates, so that pixel centres are integers.
+    // Even-odd test of the point (px, py) against the polygon.
     template <size_t N>
-    static bool Inside(const std::array<std::pair<int, int>, N>& points, int px, int py) {
+    static bool Inside(const std::array<std::pair<double, double>, N>& points, double px, double py) {
         bool inside = false;
         for (size_t i = 0, j = N - 1; i < N; j = i++) {
-            const int xi = 2 * points[i].first, yi = 2 * points[i].second;
-            const int xj = 2 * points[j].first, yj = 2 * points[j].second;
+            const auto [xi, yi] = points[i];
+            const auto [xj, yj] = points[j];
             if ((yi > py) == (yj > py)) continue;
-            // x of the edge at py, compared without division.
-            const long long lhs = static_cast<long long>(px - xi) * (yj - yi);
-            const long long rhs = static_cast<long long>(xj - xi) * (py - yi);
-            if ((yj > yi) ? lhs < rhs : lhs > rhs) inside = !inside;
+            if (px < xi + (xj - xi) * (py - yi) / (yj - yi)) inside = !inside;
         }
         return inside;
     }
 
     RgbaRaster& raster_;
+    double s_;
 };
 
 void DrawSelect(Canvas& c) {
@@ -185,6 +201,13 @@ ToolIconMenu::ToolIconMenu(const std::vector<ToolbarButton>& toolbar, int32_t co
         item.columnBreak = !menu_.empty() && menu_.size() % perColumn == 0;
         item.icon = std::make_shared<const RgbaRaster>(
             MakeIcon(button.picture ? *button.picture : RgbaRaster(kIconSize, kIconSize, kMaskColor), background));
+        // The tools' own pictures are drawn afresh for denser screens.
+        if (button.picture && *button.picture == ToolPicture(button.command)) {
+            const int32_t command = button.command;
+            item.iconAt = [command, background](double ratio) {
+                return std::make_shared<const RgbaRaster>(MakeIcon(ToolPicture(command, ratio), background, ratio));
+            };
+        }
         menu_.push_back(std::move(item));
     }
     if (!menu_.empty()) {
@@ -236,9 +259,10 @@ std::vector<ToolbarButton> ToolIconMenu::StandardToolbar() {
     return toolbar;
 }
 
-RgbaRaster ToolIconMenu::ToolPicture(int32_t command) {
-    RgbaRaster picture(kIconSize, kIconSize, kMaskColor);
-    Canvas canvas(picture);
+RgbaRaster ToolIconMenu::ToolPicture(int32_t command, double scale) {
+    const uint32_t size = ScaledSize(scale);
+    RgbaRaster picture(size, size, kMaskColor);
+    Canvas canvas(picture, static_cast<double>(size) / kIconSize);
     switch (command) {
         case kSelect: DrawSelect(canvas); break;
         case kPan: DrawPan(canvas); break;
@@ -253,16 +277,22 @@ RgbaRaster ToolIconMenu::ToolPicture(int32_t command) {
     return picture;
 }
 
-RgbaRaster ToolIconMenu::MakeIcon(const RgbaRaster& picture, uint32_t background) {
-    RgbaRaster icon(kIconSize, kIconSize, background);
+uint32_t ToolIconMenu::ScaledSize(double scale) {
+    const double size = std::round(kIconSize * (std::isfinite(scale) ? std::clamp(scale, 1.0, 8.0) : 1.0));
+    return static_cast<uint32_t>(size);
+}
+
+RgbaRaster ToolIconMenu::MakeIcon(const RgbaRaster& picture, uint32_t background, double scale) {
+    const uint32_t size = ScaledSize(scale);
+    RgbaRaster icon(size, size, background);
     // Offsets of the picture's corner in the icon; negative for pictures
     // larger than the icon, whose middle is kept.
-    const int64_t ox = (int64_t{kIconSize} - picture.Width()) / 2;
-    const int64_t oy = (int64_t{kIconSize} - picture.Height()) / 2;
-    for (uint32_t y = 0; y < kIconSize; ++y) {
+    const int64_t ox = (int64_t{size} - picture.Width()) / 2;
+    const int64_t oy = (int64_t{size} - picture.Height()) / 2;
+    for (uint32_t y = 0; y < size; ++y) {
         const int64_t py = int64_t{y} - oy;
         if (py < 0 || py >= picture.Height()) continue;
-        for (uint32_t x = 0; x < kIconSize; ++x) {
+        for (uint32_t x = 0; x < size; ++x) {
             const int64_t px = int64_t{x} - ox;
             if (px < 0 || px >= picture.Width()) continue;
             const uint32_t color = picture.Pixel(static_cast<uint32_t>(px), static_cast<uint32_t>(py));

@@ -64,11 +64,13 @@ public:
     // tools themselves are available.
     static std::vector<ToolbarButton> StandardToolbar();
     // The 32 x 32 picture of a tool's command on kMaskColor; a blank picture
-    // for other commands.
-    static RgbaRaster ToolPicture(int32_t command);
-    // `picture` centred on a 32 x 32 icon of `background`, mask pixels
-    // showing the background.
-    static RgbaRaster MakeIcon(const RgbaRaster& picture, uint32_t background);
+    // for other commands. `scale` (a screen's pixel ratio, 1 to 8) draws
+    // the same picture at ScaledSize(scale) pixels square.
+    static RgbaRaster ToolPicture(int32_t command, double scale = 1.0);
+    // `picture` centred on an icon of ScaledSize(scale) pixels square of
+    // `background`, mask pixels showing the background.
+    static RgbaRaster MakeIcon(const RgbaRaster& picture, uint32_t background, double scale = 1.0);
+    static uint32_t ScaledSize(double scale);
 
 private:
     MenuItem* Find(int32_t command);

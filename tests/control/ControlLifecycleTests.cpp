@@ -14,7 +14,7 @@ TEST_F(ControlFixture, CreationBuildsWindowsThenBindsTheEngineInOrder) {
     EXPECT_EQ(Calls("site.CreateWindow"),
               (Strings{"site.CreateWindow(0)", "site.CreateWindow(4)", "site.CreateWindow(5)", "site.CreateWindow(8)",
                        "site.CreateWindow(7)", "site.CreateWindow(3)", "site.CreateWindow(6)", "site.CreateWindow(1)",
-                       "site.CreateWindow(2)", "site.CreateWindow(9)"}));
+                       "site.CreateWindow(2)", "site.CreateWindow(9)", "site.CreateWindow(11)"}));
     // Discovery found "OpenGL" and wrote both settings.
     EXPECT_EQ(Read("", "EngineName"), "OpenGL");
     EXPECT_EQ(Read("", "Engine"), kRecordingEngineClass.ToString());

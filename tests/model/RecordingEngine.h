@@ -54,6 +54,13 @@ public:
         return Note("SetGrid", xCount, yCount, e->xFirst, e->xLast, e->yFirst, e->yLast, e->zMin, e->zMax, dataFlag);
     }
 
+    // Text is 7 pixels a byte and 16 high, so that boxes are predictable.
+    HRESULT MeasureText(const char* text, const FontDescription*, int32_t* width, int32_t* height) override {
+        if (width) *width = text ? 7 * static_cast<int32_t>(std::string_view(text).size()) : 0;
+        if (height) *height = 16;
+        return Note("MeasureText");
+    }
+
     // Records "who.Release()" for every Release while set, so that a test
     // can see the order in which an owner lets go of its surfaces.
     uint32_t Release() override {
@@ -98,6 +105,18 @@ public:
     HRESULT ClientToData(int32_t px, int32_t py, double*, double*) override { return Note("ClientToData", px, py); }
     HRESULT GetImageRect(PixelRect*) override { return Note("GetImageRect"); }
     HRESULT SetImageVisible(bool visible) override { return Note("SetImageVisible", visible); }
+    HRESULT ClearOverlay() override { return Note("ClearOverlay"); }
+    HRESULT AddOverlayLines(uint32_t count, const double*, uint32_t color, OverlayStroke, float, bool) override {
+        return Note("AddOverlayLines", count, color);
+    }
+    HRESULT AddOverlayBox(const OverlayBox* box) override { return Note("AddOverlayBox", box ? box->fill : -1); }
+    HRESULT AddOverlaySymbol(double x, double y, PointStyle symbol, float, uint32_t color) override {
+        return Note("AddOverlaySymbol", x, y, symbol, color);
+    }
+    HRESULT AddOverlayTextBox(double x, double y, const char* text, const FontDescription*,
+                              const OverlayTextBox*) override {
+        return Note("AddOverlayTextBox", x, y, text ? text : "");
+    }
 
 private:
     ~RecordingDevice() override = default;
@@ -165,6 +184,18 @@ public:
     HRESULT ResetCamera() override { return Note("ResetCamera"); }
     HRESULT Pick(int32_t px, int32_t py, Point3*) override { return Note("Pick", px, py); }
     HRESULT SetEveryCell(bool everyCell) override { return Note("SetEveryCell", everyCell); }
+    HRESULT SetMeshVisible(bool visible) override { return Note("SetMeshVisible", visible); }
+    HRESULT SetOverlayDepthTest(bool enabled) override { return Note("SetOverlayDepthTest", enabled); }
+    HRESULT AddOverlaySymbol(const Point3*, PointStyle symbol, float, uint32_t color) override {
+        return Note("AddOverlaySymbol", symbol, color);
+    }
+    HRESULT AddOverlayTextBox(const Point3*, int32_t, int32_t, const char* text, const FontDescription*,
+                              const OverlayTextBox*) override {
+        return Note("AddOverlayTextBox", text ? text : "");
+    }
+    HRESULT AddOverlayStroke(uint32_t count, const Point3*, uint32_t color, OverlayStroke, float, bool) override {
+        return Note("AddOverlayStroke", count, color);
+    }
 
     DataRect shown{}, full{};  // what GetViewBounds answers
     CameraVector position{1, 2, 3, 1};

@@ -1,12 +1,17 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QMouseEvent>
+#include <QToolTip>
 #include <string>
 #include <vector>
 
 #include "com/ConnectionPoint.h"
 #include "BuildTreeEngine.h"
 #include "control/CUI_VexplotCtrl.h"
+#include "dataobject/IGraphDataAccess.h"
+#include "model/CGD_GraphObject.h"
+#include "model/CGD_GraphObjectList.h"
 #include "qt/VexplotWidget.h"
 
 namespace vexplot {
@@ -88,6 +93,37 @@ TEST_F(VexplotWidgetSignalTest, ASlotAnswersTheDataCellToolTip) {
     // does not stick to the next event.
     answer = false;
     EXPECT_EQ(FireDataCellMouseOver("default"), "default");
+}
+
+// The real path: a mouse move over the plot fires the event when the host
+// asked for cell tool tips, and the slot's text is shown as the tool tip.
+TEST_F(VexplotWidgetSignalTest, AMouseMoveOverACellShowsTheSlotsTextAsToolTip) {
+    ASSERT_TRUE(widget->LoadDataFile(VEXPLOT_EXAMPLES_DIR "/peaks.3do"));
+    widget->show();
+    QApplication::processEvents();
+    std::vector<double> seen;
+    QObject::connect(widget.get(), &VexplotWidget::dataCellMouseOver, [&](double x, double y, double z, bool) {
+        seen = {x, y, z};
+        widget->SetDataCellText(QString("z = %1").arg(z));
+    });
+    QWidget* view = widget->WindowWidget(static_cast<int>(WindowRole::View3D));
+    ASSERT_NE(view, nullptr);
+    auto move = [&] {
+        const QPointF at(view->width() / 2.0, view->height() / 2.0);
+        QMouseEvent event(QEvent::MouseMove, at, view->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(view, &event);
+    };
+    move();
+    EXPECT_TRUE(seen.empty());
+    widget->Control().EnableCustomDataCellToolTip(1);
+    move();
+    ASSERT_EQ(seen.size(), 3u);
+    EXPECT_EQ(QToolTip::text(), QString("z = %1").arg(seen[2]));
+    // The cell is a grid node: its value is the data's own.
+    double z = 0;
+    ComPtr<IGraphDataAccess> access(widget->Control().GetGraphObjects()->Active()->Access());
+    ASSERT_EQ(access->GetValueAt(seen[0], seen[1], &z), S_OK);
+    EXPECT_EQ(z, seen[2]);
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ TEST_F(VexplotWidgetTest, AltTwoAndAltThreeSwitchTheViewMode) {
     EXPECT_EQ(control.GetViewMode(), 1);
 }
 
-TEST_F(VexplotWidgetTest, MenuOffersEveryWindowCommand) {
+TEST_F(VexplotWidgetTest, MenusOfferTheWindowAndToolCommands) {
     CUI_VexplotCtrl& control = widget->Control();
     std::set<int32_t> enabled;
     std::set<int32_t> all;
@@ -94,9 +94,23 @@ TEST_F(VexplotWidgetTest, MenuOffersEveryWindowCommand) {
                             cmd::kExportBmp, cmd::kExportEmf, cmd::kCopyToClipboard, cmd::kPrintSetup,
                             cmd::kPrint,
                             cmd::kExternalResampling, cmd::kLoadVexplot, cmd::kSaveVexplot, cmd::kLoadData,
-                            cmd::kLoadPalette, cmd::kSavePalette, cmd::kKeyboardMap, cmd::kAbout}) {
+                            cmd::kLoadPalette, cmd::kSavePalette, cmd::kKeyboardMap, cmd::kAbout,
+                            cmd::kSelect, cmd::kPan, cmd::kZoom, cmd::kLabel, cmd::kMarker, cmd::kTracer,
+                            cmd::kDiffTracer, cmd::kRegion, cmd::kGrid, cmd::kMesh}) {
         EXPECT_TRUE(enabled.count(command)) << command;
     }
+    // The title bar's tools button offers the eight tools, the active one
+    // checked, in columns of four.
+    EXPECT_TRUE(Window(WindowRole::ToolsButton)->isVisible());
+    ASSERT_TRUE(control.DoCommand(cmd::kZoom));
+    const MenuModel tools = control.ToolMenu();
+    ASSERT_EQ(tools.size(), 8u);
+    for (const MenuItem& item : tools) {
+        EXPECT_TRUE(item.enabled);
+        EXPECT_EQ(item.checked, item.command == cmd::kZoom);
+        EXPECT_EQ(item.icon->Width(), 32u);
+    }
+    EXPECT_TRUE(tools[4].columnBreak);
 }
 
 TEST_F(VexplotWidgetTest, WindowCommandsToggleTheirWindows) {

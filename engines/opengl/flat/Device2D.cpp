@@ -9,6 +9,7 @@
 
 #include "opengl/gl/EngineContext.h"
 #include "opengl/flat/FlatRenderer.h"
+#include "opengl/text/TextBoxPainter.h"
 
 namespace vexplot {
 
@@ -367,6 +368,7 @@ HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
                        int32_t(std::lround(frame.PixelRatio() * 100))};
     if (key == cachedKey_ && cachedFrame_.size() == size_t(target.width) * size_t(target.height)) {
         CopyRows(target.pixels, target.stride, cachedFrame_.data(), target.width, target.width, target.height);
+        overlay_.Paint(target, engine_->Text());
         return S_OK;
     }
     try {
@@ -380,6 +382,7 @@ HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
         cachedFrame_.resize(size_t(target.width) * size_t(target.height));
         CopyRows(cachedFrame_.data(), target.width, target.pixels, target.stride, target.width, target.height);
         cachedKey_ = key;
+        overlay_.Paint(target, engine_->Text());
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {
@@ -506,6 +509,44 @@ void Device2D::RenderSection(const FlatLayout& frame, FlatScene& scene) {
         lastX = px, lastY = py, hasLast = true;
     }
     renderer_->DrawLines(strokes, &plot);
+}
+
+}  // namespace vexplot
+
+namespace vexplot {
+
+// --- annotation overlay ---------------------------------------------------
+
+HRESULT Device2D::ClearOverlay() {
+    overlay_.Clear();
+    return S_OK;
+}
+
+HRESULT Device2D::AddOverlayLines(uint32_t count, const double* xy, uint32_t color, OverlayStroke stroke, float width,
+                                  bool closed) {
+    return overlay_.AddLines(count, xy, color, stroke, width, closed);
+}
+
+HRESULT Device2D::AddOverlayBox(const OverlayBox* box) { return overlay_.AddBox(box); }
+
+HRESULT Device2D::AddOverlaySymbol(double x, double y, PointStyle symbol, float size, uint32_t color) {
+    return overlay_.AddSymbol(x, y, symbol, size, color);
+}
+
+HRESULT Device2D::AddOverlayTextBox(double x, double y, const char* text, const FontDescription* font,
+                                    const OverlayTextBox* style) {
+    return overlay_.AddTextBox(x, y, text, font, style);
+}
+
+HRESULT Device2D::MeasureText(const char* text, const FontDescription* font, int32_t* width, int32_t* height) {
+    if (!text || !width || !height) return E_POINTER;
+    if (!engine_) return E_UNEXPECTED;
+    FontDescription f = font ? *font : TextBoxPainter::DefaultFont();
+    f.face[sizeof(f.face) - 1] = '\0';
+    const TextPainter::Extent extent = TextBoxPainter::Measure(engine_->Text(), text, f);
+    *width = extent.width;
+    *height = extent.height;
+    return S_OK;
 }
 
 }  // namespace vexplot

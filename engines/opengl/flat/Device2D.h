@@ -9,6 +9,7 @@
 #include "engine/IGraphDevice2D.h"
 #include "engine/IGraphSceneExport.h"
 #include "opengl/flat/FlatLayout.h"
+#include "opengl/flat/FlatOverlay.h"
 #include "opengl/flat/FlatScene.h"
 #include "opengl/gl/GridTexture.h"
 #include "opengl/flat/SectionCurve.h"
@@ -70,6 +71,14 @@ public:
     HRESULT ClientToData(int32_t px, int32_t py, double* x, double* y) override;
     HRESULT GetImageRect(PixelRect* rect) override;
     HRESULT SetImageVisible(bool visible) override;
+    HRESULT ClearOverlay() override;
+    HRESULT AddOverlayLines(uint32_t count, const double* xy, uint32_t color, OverlayStroke stroke, float width,
+                            bool closed) override;
+    HRESULT AddOverlayBox(const OverlayBox* box) override;
+    HRESULT AddOverlaySymbol(double x, double y, PointStyle symbol, float size, uint32_t color) override;
+    HRESULT AddOverlayTextBox(double x, double y, const char* text, const FontDescription* font,
+                              const OverlayTextBox* style) override;
+    HRESULT MeasureText(const char* text, const FontDescription* font, int32_t* width, int32_t* height) override;
 
     // getters for tests and the engine:
     const FlatLayout& Layout() const { return layout_; }
@@ -138,6 +147,8 @@ private:
     uint64_t revision_ = 1;
     FrameKey cachedKey_{0, 0, 0, 0, 0};
     std::vector<uint32_t> cachedFrame_;
+    // Painted over every frame, cached or not; never part of the cache.
+    FlatOverlay overlay_;
 };
 
 }  // namespace vexplot

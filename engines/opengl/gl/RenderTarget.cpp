@@ -37,13 +37,18 @@ void RenderTarget::Allocate() {
 
     resolveFramebuffer_.Reset();
     resolveColor_.Reset();
+    resolveDepth_.Reset();
     if (samples_ > 1) {
         resolveFramebuffer_ = GlFramebuffer::Create();
         resolveColor_ = GlRenderbuffer::Create();
+        resolveDepth_ = GlRenderbuffer::Create();
         glBindRenderbuffer(GL_RENDERBUFFER, resolveColor_.Id());
         glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA8, width_, height_);
+        glBindRenderbuffer(GL_RENDERBUFFER, resolveDepth_.Id());
+        glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH_COMPONENT24, width_, height_);
         glBindFramebuffer(GL_FRAMEBUFFER, resolveFramebuffer_.Id());
         glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, resolveColor_.Id());
+        glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, resolveDepth_.Id());
     }
     glBindRenderbuffer(GL_RENDERBUFFER, 0);
 }
@@ -85,6 +90,22 @@ void RenderTarget::ReadInto(const ImageBuffer& target) {
         for (int32_t x = 0; x < width; ++x) line[x] &= 0x00FFFFFFu;
     }
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+void RenderTarget::ReadDepth(std::vector<float>& depth) {
+    GLuint source = framebuffer_.Id();
+    if (samples_ > 1) {
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer_.Id());
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, resolveFramebuffer_.Id());
+        glBlitFramebuffer(0, 0, width_, height_, 0, 0, width_, height_, GL_DEPTH_BUFFER_BIT, GL_NEAREST);
+        source = resolveFramebuffer_.Id();
+    }
+    depth.assign(static_cast<size_t>(width_) * static_cast<size_t>(height_), 1.0f);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, source);
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    glReadPixels(0, 0, width_, height_, GL_DEPTH_COMPONENT, GL_FLOAT, depth.data());
+    // Drawing goes on into the scene's framebuffer.
+    Bind();
 }
 
 }  // namespace vexplot

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <vector>
 
 #include "engine/IGraphEngine.h"
 #include "opengl/gl/GlObject.h"
@@ -23,6 +24,10 @@ public:
     // fourth byte of every pixel is written 0.
     void ReadInto(const ImageBuffer& target);
 
+    // The depth buffer (window depth 0 near .. 1 far, rows bottom-up),
+    // resolved when multisampled; leaves the framebuffer bound for drawing.
+    void ReadDepth(std::vector<float>& depth);
+
     int32_t Width() const { return width_; }
     int32_t Height() const { return height_; }
     int32_t Samples() const { return samples_; }
@@ -38,6 +43,7 @@ private:
     GlRenderbuffer depth_;
     GlFramebuffer resolveFramebuffer_;
     GlRenderbuffer resolveColor_;
+    GlRenderbuffer resolveDepth_;
 };
 
 }  // namespace vexplot

@@ -115,12 +115,13 @@ void main() {
 )";
 
 inline constexpr const char* kLineFragment = R"(
+uniform bool meshLines;      // grid lines over a surface: dark, whatever the value
 in float value;
 in float valid;
 out vec4 color;
 void main() {
     if (valid < 0.999) discard;
-    color = vec4(PaletteColor(value), 1.0);
+    color = meshLines ? vec4(0.15, 0.15, 0.15, 1.0) : vec4(PaletteColor(value), 1.0);
 }
 )";
 

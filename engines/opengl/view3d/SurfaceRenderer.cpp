@@ -132,10 +132,19 @@ void SurfaceRenderer::Bind(const GlProgram& program, const Layer& layer, const H
 }
 
 void SurfaceRenderer::DrawFilled(const Layer& layer, const HeightField::Level& level, const SceneBox& box,
-                                 const Frame& frame) {
+                                 const Frame& frame, const NodeWindow* window) {
     const GridExtent& e = layer.extent;
-    const Range xs = ShownNodes(e.xFirst, e.xLast, level.xCount, box.shown.xMin, box.shown.xMax);
-    const Range ys = ShownNodes(e.yFirst, e.yLast, level.yCount, box.shown.yMin, box.shown.yMax);
+    Range xs = ShownNodes(e.xFirst, e.xLast, level.xCount, box.shown.xMin, box.shown.xMax);
+    Range ys = ShownNodes(e.yFirst, e.yLast, level.yCount, box.shown.yMin, box.shown.yMax);
+    if (window) {
+        auto limit = [](Range r, int32_t first, int32_t last, int32_t factor) {
+            const int32_t lo = std::max(r.first, first / factor);
+            const int32_t hi = std::min(r.first + r.count - 1, last / factor + 1);
+            return Range{lo, std::max(0, hi - lo + 1)};
+        };
+        xs = limit(xs, window->xFirst, window->xLast, std::max(1, level.factor));
+        ys = limit(ys, window->yFirst, window->yLast, std::max(1, level.factor));
+    }
     if (xs.count < 2 || ys.count < 2) return;
     Bind(surface_, layer, level, box, frame, xs.first, ys.first);
     glUniform1i(surface_.Uniform("smoothShading"), layer.shading == ShadingMode::Smooth ? 1 : 0);
@@ -155,8 +164,17 @@ void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, 
     glLineWidth(frame.lineWidth);
     switch (layer.style) {
     case GraphStyle::Surface:
+        if (!frame.mesh) {
+            DrawFilled(layer, level, box, frame);
+            break;
+        }
+        // The surface is pushed back a little so that its own grid lines
+        // win the depth test.
+        glEnable(GL_POLYGON_OFFSET_FILL);
+        glPolygonOffset(1.0f, 1.0f);
         DrawFilled(layer, level, box, frame);
-        break;
+        glDisable(GL_POLYGON_OFFSET_FILL);
+        [[fallthrough]];
     case GraphStyle::Wireframe:
     case GraphStyle::Lines: {
         if (layer.style == GraphStyle::Wireframe) {
@@ -171,6 +189,7 @@ void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, 
             glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
         }
         Bind(lines_, layer, level, box, frame, xs.first, ys.first);
+        glUniform1i(lines_.Uniform("meshLines"), layer.style == GraphStyle::Surface ? 1 : 0);
         const GLint firstNode = lines_.Uniform("firstNode");
         // Instances are lines of nodes along y, then (wireframe) along x.
         glUniform1i(lines_.Uniform("alongX"), 0);
@@ -178,7 +197,7 @@ void SurfaceRenderer::Draw(const Layer& layer, const HeightField::Level& level, 
             glUniform2i(firstNode, xs.first + first, ys.first);
             glDrawArraysInstanced(GL_LINE_STRIP, 0, ys.count, count);
         });
-        if (layer.style == GraphStyle::Wireframe) {
+        if (layer.style != GraphStyle::Lines) {
             glUniform1i(lines_.Uniform("alongX"), 1);
             InBatches(frame, ys.count, uint64_t(xs.count), [&](int32_t first, int32_t count) {
                 glUniform2i(firstNode, xs.first, ys.first + first);

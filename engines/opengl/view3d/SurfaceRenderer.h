@@ -30,13 +30,21 @@ public:
         // of them in flight, keeps that to a few batches' worth instead of
         // a few hundred thousand cells'.
         uint32_t batchPrimitives = 0;
+        // Surfaces get their grid lines drawn over them in a dark grey.
+        bool mesh = false;
     };
 
     SurfaceRenderer();
     // Draws `level` of `layer` (style, shading, points) mapped through `box`.
     void Draw(const Layer& layer, const HeightField::Level& level, const SceneBox& box, const Frame& frame);
-    // Draws `level` as a filled surface whatever the style (picking).
-    void DrawFilled(const Layer& layer, const HeightField::Level& level, const SceneBox& box, const Frame& frame);
+    // Nodes of the full grid, both ends included.
+    struct NodeWindow {
+        int32_t xFirst, xLast, yFirst, yLast;
+    };
+    // Draws `level` as a filled surface whatever the style (picking); with
+    // `window`, only the cells of the full grid's nodes inside it.
+    void DrawFilled(const Layer& layer, const HeightField::Level& level, const SceneBox& box, const Frame& frame,
+                    const NodeWindow* window = nullptr);
 
 private:
     struct Range {

@@ -11,6 +11,7 @@
 #include "opengl/gl/LineRenderer.h"
 #include "opengl/gl/RenderTarget.h"
 #include "opengl/view3d/SurfaceRenderer.h"
+#include "opengl/text/TextBoxPainter.h"
 #include "opengl/text/TextPainter.h"
 
 namespace vexplot {
@@ -133,7 +134,8 @@ HRESULT View3D::RenderCache(int32_t width, int32_t height, int32_t pixelRatio) {
         return E_OUTOFMEMORY;
     }
     const ImageBuffer buffer{cache_.data(), width, height, width, pixelRatio};
-    const HRESULT hr = Render(buffer, pendingDetail_);
+    cacheDepth_.clear();
+    const HRESULT hr = Render(buffer, pendingDetail_, nullptr, &cacheDepth_);
     cachePalette_ = engine_.Palette().Version();
     cacheWidth_ = width;
     cacheHeight_ = height;
@@ -168,16 +170,36 @@ HRESULT View3D::Draw(const ImageBuffer* windowPixels) {
         std::memcpy(windowPixels->pixels + static_cast<size_t>(y) * static_cast<size_t>(windowPixels->stride),
                     cache_.data() + static_cast<size_t>(y) * static_cast<size_t>(cacheWidth_),
                     static_cast<size_t>(cacheWidth_) * sizeof(uint32_t));
+    PaintOverlay(*windowPixels, cacheDepth_);
     return S_OK;
 }
 
 HRESULT View3D::RenderToImage(const ImageBuffer* image) {
     if (!ValidImage(image)) return E_INVALIDARG;
     if (shutDown_) return E_UNEXPECTED;
-    return Render(*image, kUpdateFull);
+    std::vector<float> depth;
+    const HRESULT hr = Render(*image, kUpdateFull, nullptr, &depth);
+    if (SUCCEEDED(hr)) PaintOverlay(*image, depth);
+    return hr;
 }
 
-HRESULT View3D::Render(const ImageBuffer& target, int32_t detail, const Tile* tile) {
+void View3D::PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth) {
+    if (overlay3D_.Empty() || !Ready()) return;
+    const SceneBox box = Box();
+    const Projector projector = MakeProjector(target.width, target.height);
+    const Overlay3D::Project project = [&](const Point3& p, double& x, double& y, double& z) {
+        const Vec3 s = box.ToScene(p.x, p.y, p.z);
+        const Vec4 clip = projector.viewProjection * Vec4{s.x, s.y, s.z, 1.0};
+        if (!(clip.w > 1e-9)) return false;
+        x = (clip.x / clip.w + 1.0) * 0.5 * target.width;
+        y = (1.0 - clip.y / clip.w) * 0.5 * target.height;
+        z = clip.z / clip.w * 0.5 + 0.5;
+        return true;
+    };
+    overlay3D_.Paint(target, project, overlayDepthTest_ && !depth.empty() ? &depth : nullptr, engine_.Text());
+}
+
+HRESULT View3D::Render(const ImageBuffer& target, int32_t detail, const Tile* tile, std::vector<float>* depth) {
     if (!Ready()) return E_FAIL;
     try {
         const SceneBox box = Box();
@@ -226,6 +248,9 @@ HRESULT View3D::Render(const ImageBuffer& target, int32_t detail, const Tile* ti
         // The scene first: its depth then hides the axes' lines behind a
         // wireframe, whose cells are opaque though only their lines show.
         DrawScene(box, glProjector, scale, draws);
+        // Only the annotations need the depth, and only where the surface may
+        // hide them: read it before the axes' lines are drawn into it.
+        if (depth && !overlay3D_.Empty() && overlayDepthTest_ && !draws.empty()) target_->ReadDepth(*depth);
         lines_->Draw(glProjector.viewProjection, scale(lineWidth_));
         DrawOverlayLines(box, glProjector, scale);
         target_->ReadInto(target);
@@ -308,7 +333,8 @@ void View3D::DrawScene(const SceneBox& box, const Projector& projector, const Pi
                                        static_cast<int32_t>(engine_.PaletteColors().size()),
                                        scale(lineWidth_),
                                        static_cast<float>(scale.Ratio()),
-                                       BatchPrimitives()};
+                                       BatchPrimitives(),
+                                       mesh_};
     // Clip planes cost the software rasteriser a clipping stage for every
     // triangle: only zoomed views need them.
     const bool clip = visibleRange_.has_value();
@@ -447,15 +473,71 @@ HRESULT View3D::Pick(int32_t px, int32_t py, Point3* point) {
     if (!Ready()) return E_FAIL;
     const SceneBox box = Box();
     const Projector projector = MakeProjector(width_, height_);
-    // Draw the visible layers' surfaces into one pixel of a depth buffer
-    // and turn the depth found there back into a scene point.
+    auto unproject = [&](float depth) {
+        const Vec4 ndc{2.0 * (px + 0.5) / width_ - 1.0, 1.0 - 2.0 * (py + 0.5) / height_, 2.0 * depth - 1.0, 1.0};
+        const Vec4 scene = projector.viewProjection.Inverse() * ndc;
+        return scene.w == 0 ? std::optional<Point3>()
+                            : box.ToData({scene.x / scene.w, scene.y / scene.w, scene.z / scene.w});
+    };
+    // A full grid drawn for one pixel still costs every vertex: the pick
+    // first finds the point on a coarse level (about a cell per pixel of a
+    // small view), then draws the full grid only around it.
     float depth = 1.0f;
+    int32_t coarsest = 1;
     try {
-        // The scene's target holds nothing between renders (the cache has
-        // the picture): where it is single-sampled anyway, as on a software
-        // renderer, picking draws there rather than into a second
-        // framebuffer of the window's size.
-        RenderTarget& pickTarget = engine_.SoftwareRenderer() ? *target_ : *pickTarget_;
+        depth = PickDepth(px, py, projector, box, [&](Layer& layer) {
+            const int32_t factor =
+                HeightField::FactorForBudget(layer.field.XCount(), layer.field.YCount(), kPickCoarseCells);
+            coarsest = std::max(coarsest, factor);
+            return std::make_pair(factor > 1 ? layer.field.Reduced(factor, *reduce_) : layer.field.Full(),
+                                  std::optional<SurfaceRenderer::NodeWindow>());
+        });
+    } catch (const std::exception&) {
+        return E_FAIL;
+    }
+    if (!(depth < 1.0f)) return S_FALSE;
+    const std::optional<Point3> rough = unproject(depth);
+    if (!rough) return S_FALSE;
+    *point = *rough;
+    if (coarsest == 1) return S_OK;
+    // Around the rough point, wider where the coarse cells are: the full
+    // surface lies within a few of them of the coarse one.
+    for (const int32_t margin : {4 * coarsest + 8, 16 * coarsest + 32}) {
+        try {
+            depth = PickDepth(px, py, projector, box, [&](Layer& layer) {
+                const GridExtent& e = layer.extent;
+                auto node = [](double v, double first, double last, int32_t count) {
+                    const double t = last != first ? (v - first) / (last - first) : 0.0;
+                    return static_cast<int32_t>(std::lround(std::clamp(t, 0.0, 1.0) * (count - 1)));
+                };
+                const int32_t ix = node(rough->x, e.xFirst, e.xLast, layer.field.XCount());
+                const int32_t iy = node(rough->y, e.yFirst, e.yLast, layer.field.YCount());
+                return std::make_pair(layer.field.Full(), std::optional<SurfaceRenderer::NodeWindow>(
+                                                              {ix - margin, ix + margin, iy - margin, iy + margin}));
+            });
+        } catch (const std::exception&) {
+            return S_OK;
+        }
+        if (depth < 1.0f) {
+            if (const auto fine = unproject(depth)) *point = *fine;
+            break;
+        }
+    }
+    return S_OK;
+}
+
+float View3D::PickDepth(int32_t px, int32_t py, const Projector& projector, const SceneBox& box,
+                        const std::function<std::pair<HeightField::Level, std::optional<SurfaceRenderer::NodeWindow>>(
+                            Layer&)>& levelOf) {
+    // Draw the visible layers' surfaces into one pixel of a depth buffer
+    // and read the depth found there.
+    float depth = 1.0f;
+    // The scene's target holds nothing between renders (the cache has the
+    // picture): where it is single-sampled anyway, as on a software
+    // renderer, picking draws there rather than into a second framebuffer
+    // of the window's size.
+    RenderTarget& pickTarget = engine_.SoftwareRenderer() ? *target_ : *pickTarget_;
+    try {
         pickTarget.Ensure(width_, height_, 1);
         pickTarget.Bind();
         glEnable(GL_SCISSOR_TEST);
@@ -467,22 +549,20 @@ HRESULT View3D::Pick(int32_t px, int32_t py, Point3* point) {
         const SurfaceRenderer::Frame frame{projector.viewProjection, {0, 0, 1}, camera_.Position(), &engine_.Palette(),
                                            static_cast<int32_t>(engine_.PaletteColors().size()), 1.0f, 1.0f, 0};
         for (int i = 0; i < 4; ++i) glEnable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
-        for (auto& [id, layer] : layers_)
-            if (layer && layer->Drawable()) surfaces_->DrawFilled(*layer, layer->field.Full(), box, frame);
+        for (auto& [id, layer] : layers_) {
+            if (!layer || !layer->Drawable()) continue;
+            const auto [level, window] = levelOf(*layer);
+            surfaces_->DrawFilled(*layer, level, box, frame, window ? &*window : nullptr);
+        }
         for (int i = 0; i < 4; ++i) glDisable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
         glReadPixels(px, height_ - 1 - py, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
         glDisable(GL_SCISSOR_TEST);
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
-    } catch (const std::exception&) {
+    } catch (...) {
         glDisable(GL_SCISSOR_TEST);
-        return E_FAIL;
+        throw;
     }
-    if (!(depth < 1.0f)) return S_FALSE;
-    const Vec4 ndc{2.0 * (px + 0.5) / width_ - 1.0, 1.0 - 2.0 * (py + 0.5) / height_, 2.0 * depth - 1.0, 1.0};
-    const Vec4 scene = projector.viewProjection.Inverse() * ndc;
-    if (scene.w == 0) return S_FALSE;
-    *point = box.ToData({scene.x / scene.w, scene.y / scene.w, scene.z / scene.w});
-    return S_OK;
+    return depth;
 }
 
 HRESULT View3D::GetViewBounds(DataRect* shown, DataRect* full) {
@@ -675,6 +755,12 @@ HRESULT View3D::SetGridVisible(bool visible) {
     return S_OK;
 }
 
+HRESULT View3D::SetMeshVisible(bool visible) {
+    mesh_ = visible;
+    Invalidate();
+    return S_OK;
+}
+
 HRESULT View3D::SetLogZ(bool logarithmic) {
     logZ_ = logarithmic;
     Invalidate();
@@ -686,10 +772,50 @@ HRESULT View3D::SetLogZ(bool logarithmic) {
 // ---------------------------------------------------------------------------
 
 HRESULT View3D::ClearOverlay() {
+    // The annotations' shapes are painted over the cached scene: clearing
+    // them alone leaves the scene as it is.
+    if (!overlayTexts_.empty() || !overlayImages_.empty() || !overlayLines_.empty()) Invalidate();
     overlayTexts_.clear();
     overlayImages_.clear();
     overlayLines_.clear();
-    Invalidate();
+    overlay3D_.Clear();
+    return S_OK;
+}
+
+// A first shape needs the scene's depth, which the cache keeps only while
+// there is an overlay.
+HRESULT View3D::OverlayAdded(HRESULT hr) {
+    if (SUCCEEDED(hr) && cacheDepth_.empty()) Invalidate();
+    return hr;
+}
+
+HRESULT View3D::SetOverlayDepthTest(bool enabled) {
+    if (enabled != overlayDepthTest_) Invalidate();
+    overlayDepthTest_ = enabled;
+    return S_OK;
+}
+
+HRESULT View3D::AddOverlaySymbol(const Point3* at, PointStyle symbol, float size, uint32_t color) {
+    return OverlayAdded(overlay3D_.AddSymbol(at, symbol, size, color));
+}
+
+HRESULT View3D::AddOverlayTextBox(const Point3* at, int32_t dx, int32_t dy, const char* text,
+                                  const FontDescription* font, const OverlayTextBox* style) {
+    return OverlayAdded(overlay3D_.AddTextBox(at, dx, dy, text, font, style));
+}
+
+HRESULT View3D::AddOverlayStroke(uint32_t count, const Point3* points, uint32_t color, OverlayStroke stroke,
+                                 float width, bool closed) {
+    return OverlayAdded(overlay3D_.AddStroke(count, points, color, stroke, width, closed));
+}
+
+HRESULT View3D::MeasureText(const char* text, const FontDescription* font, int32_t* width, int32_t* height) {
+    if (!text || !width || !height) return E_POINTER;
+    FontDescription f = font ? *font : TextBoxPainter::DefaultFont();
+    f.face[sizeof(f.face) - 1] = '\0';
+    const TextPainter::Extent extent = TextBoxPainter::Measure(engine_.Text(), text, f);
+    *width = extent.width;
+    *height = extent.height;
     return S_OK;
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -11,9 +12,11 @@
 #include "opengl/view3d/Axes3D.h"
 #include "opengl/view3d/Camera.h"
 #include "opengl/view3d/Layer.h"
+#include "opengl/view3d/Overlay3D.h"
 #include "opengl/gl/PixelScale.h"
 #include "opengl/view3d/Projector.h"
 #include "opengl/view3d/SceneBox.h"
+#include "opengl/view3d/SurfaceRenderer.h"
 
 namespace vexplot {
 
@@ -33,6 +36,8 @@ public:
     // otherwise: a moving frame at 1024 x 768 stays near 30 ms on llvmpipe
     // with two busy cores (256 x 256 cells took 50 to 60 ms).
     static constexpr uint32_t kDefaultDetailBudget = 128 * 128;
+    // Cells of the coarse level a pick starts from.
+    static constexpr uint64_t kPickCoarseCells = 256 * 256;
     // Samples per pixel at rest on a GPU; moving frames use one. A software
     // renderer always uses one: there 2 or 4 samples cost 3 to 5 times the
     // frame (measured with llvmpipe on two cores).
@@ -85,6 +90,7 @@ public:
     HRESULT SetLowResolution(bool low) override;
     HRESULT SetAxisScale(AxisId axis, double factor) override;
     HRESULT SetGridVisible(bool visible) override;
+    HRESULT SetMeshVisible(bool visible) override;
     HRESULT SetLogZ(bool logarithmic) override;
     HRESULT GetCameraPosition(CameraVector* position) override;
     HRESULT SetCameraPosition(CameraVector position) override;
@@ -101,6 +107,13 @@ public:
     HRESULT ResetCamera() override;
     HRESULT Pick(int32_t px, int32_t py, Point3* point) override;
     HRESULT SetEveryCell(bool everyCell) override;
+    HRESULT SetOverlayDepthTest(bool enabled) override;
+    HRESULT AddOverlaySymbol(const Point3* at, PointStyle symbol, float size, uint32_t color) override;
+    HRESULT AddOverlayTextBox(const Point3* at, int32_t dx, int32_t dy, const char* text, const FontDescription* font,
+                              const OverlayTextBox* style) override;
+    HRESULT MeasureText(const char* text, const FontDescription* font, int32_t* width, int32_t* height) override;
+    HRESULT AddOverlayStroke(uint32_t count, const Point3* points, uint32_t color, OverlayStroke stroke, float width,
+                             bool closed) override;
 
     // IGraphSceneExport (View3DExport.cpp)
     HRESULT BuildScene(int32_t width, int32_t height, ISceneSink* sink) override;
@@ -145,11 +158,23 @@ private:
     struct Tile {
         int32_t fullWidth, fullHeight, left, top;
     };
-    HRESULT Render(const ImageBuffer& target, int32_t detail, const Tile* tile = nullptr);
+    // `depth` (may be null) receives the scene's depth image when the
+    // annotation overlay needs it.
+    HRESULT Render(const ImageBuffer& target, int32_t detail, const Tile* tile = nullptr,
+                   std::vector<float>* depth = nullptr);
     // The layer's cells as depth-sorted primitives (View3DExport.cpp).
     struct ScenePrimitive;
     void CollectLayer(const Layer& layer, const SceneBox& box, const Projector& projector, uint64_t pixels,
                       std::vector<ScenePrimitive>& out);
+    // The depth (0 to 1; 1 where nothing was hit) at one pixel of the
+    // surfaces of every drawable layer, each drawn from the level (and only
+    // inside the node window) `levelOf` gives it.
+    float PickDepth(int32_t px, int32_t py, const Projector& projector, const SceneBox& box,
+                    const std::function<std::pair<HeightField::Level, std::optional<SurfaceRenderer::NodeWindow>>(
+                        Layer&)>& levelOf);
+    // Paints the annotation overlay over a frame rendered at `target`'s size.
+    void PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth);
+    HRESULT OverlayAdded(HRESULT hr);
     // Renders the pending detail into the cache at the given size and
     // pixel ratio (hundredths).
     HRESULT RenderCache(int32_t width, int32_t height, int32_t pixelRatio);
@@ -182,6 +207,7 @@ private:
     uint32_t detailBudget_ = kDefaultDetailBudget;
     int32_t pendingDetail_ = kUpdateFull;  // what the next render of the cache draws
     bool everyCell_ = false;
+    bool mesh_ = false;
     std::optional<DataRect> visibleRange_;
     Axes3D axes_;
     Camera camera_;
@@ -191,6 +217,9 @@ private:
     std::vector<OverlayText> overlayTexts_;
     std::vector<OverlayImage> overlayImages_;
     std::vector<OverlayPolyline> overlayLines_;
+    Overlay3D overlay3D_;
+    bool overlayDepthTest_ = true;
+    std::vector<float> cacheDepth_;  // the cached frame's depth image, while the overlay needs it
 
     std::unique_ptr<RenderTarget> target_;
     std::unique_ptr<RenderTarget> pickTarget_;

@@ -1,0 +1,170 @@
+#include "opengl/gl/OverlayCanvas.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace vexplot {
+
+namespace {
+
+// How far a point may lie behind the scene's depth and still be drawn: the
+// marks sit on the surface they annotate.
+constexpr double kDepthTolerance = 2e-3;
+
+// Dash patterns in multiples of the line width: on, then off.
+bool StrokeOn(OverlayStroke stroke, double along, double width) {
+    const double unit = std::max(width, 1.0);
+    switch (stroke) {
+    case OverlayStroke::Dotted: return std::fmod(along, 3.0 * unit) < 1.5 * unit;
+    case OverlayStroke::Dashed: return std::fmod(along, 9.0 * unit) < 6.0 * unit;
+    default: return true;
+    }
+}
+
+}  // namespace
+
+OverlayCanvas::OverlayCanvas(const ImageBuffer& target, double ratio, const std::vector<float>* depth)
+    : target_(target), ratio_(ratio > 0 && std::isfinite(ratio) ? ratio : 1.0), depth_(depth) {
+    const size_t size = static_cast<size_t>(target.width) * static_cast<size_t>(target.height);
+    if (depth_ && depth_->size() != size) depth_ = nullptr;
+}
+
+void OverlayCanvas::Blend(int32_t x, int32_t y, uint32_t color, double alpha) {
+    if (x < 0 || y < 0 || x >= target_.width || y >= target_.height || alpha <= 0) return;
+    uint32_t& pixel = target_.pixels[static_cast<size_t>(y) * static_cast<size_t>(target_.stride) + x];
+    if (alpha >= 1) {
+        pixel = color & 0x00FFFFFFu;
+        return;
+    }
+    uint32_t result = 0;
+    for (int shift = 0; shift <= 16; shift += 8) {
+        const double a = (pixel >> shift) & 0xFF, b = (color >> shift) & 0xFF;
+        result |= static_cast<uint32_t>(std::lround(a + (b - a) * alpha)) << shift;
+    }
+    pixel = result;
+}
+
+double OverlayCanvas::SceneDepth(int32_t x, int32_t y) const {
+    const size_t row = static_cast<size_t>(target_.height - 1 - y);
+    return (*depth_)[row * static_cast<size_t>(target_.width) + static_cast<size_t>(x)];
+}
+
+bool OverlayCanvas::PixelVisible(int32_t x, int32_t y, double z) const {
+    if (!depth_ || x < 0 || y < 0 || x >= target_.width || y >= target_.height) return true;
+    return z <= SceneDepth(x, y) + kDepthTolerance;
+}
+
+bool OverlayCanvas::Visible(double x, double y, double z) const {
+    if (!depth_) return true;
+    const auto cx = static_cast<int32_t>(std::floor(x)), cy = static_cast<int32_t>(std::floor(y));
+    const int32_t reach = std::max(1, static_cast<int32_t>(std::lround(ratio_)));
+    for (int32_t dy = -reach; dy <= reach; ++dy)
+        for (int32_t dx = -reach; dx <= reach; ++dx)
+            if (PixelVisible(cx + dx, cy + dy, z)) return true;
+    return false;
+}
+
+void OverlayCanvas::Line(double x0, double y0, double z0, double x1, double y1, double z1, uint32_t color,
+                         float width, OverlayStroke stroke) {
+    if (!std::isfinite(x0) || !std::isfinite(y0) || !std::isfinite(x1) || !std::isfinite(y1)) return;
+    const double w = std::max(1.0, static_cast<double>(width) * ratio_);
+    const double half = w / 2.0;
+    const double dx = x1 - x0, dy = y1 - y0;
+    const double length = std::hypot(dx, dy);
+    // Keep the work bounded for segments projected far off the target.
+    const double limit = 4.0 * (target_.width + target_.height);
+    if (length > limit * 4) return;
+    const double left = std::max(0.0, std::floor(std::min(x0, x1) - half - 1));
+    const double right = std::min(double(target_.width), std::ceil(std::max(x0, x1) + half + 1));
+    const double top = std::max(0.0, std::floor(std::min(y0, y1) - half - 1));
+    const double bottom = std::min(double(target_.height), std::ceil(std::max(y0, y1) + half + 1));
+    const bool alongX = std::fabs(dx) >= std::fabs(dy);
+    // Walk the long direction; across it only the band the line covers.
+    const double from = alongX ? left : top, to = alongX ? right : bottom;
+    for (double major = from; major < to; ++major) {
+        const double centre = major + 0.5;
+        double t = length > 0 ? ((alongX ? centre - x0 : centre - y0) / (alongX ? dx : dy)) : 0.0;
+        if (!std::isfinite(t)) t = 0.0;
+        const double minor = alongX ? y0 + t * dy : x0 + t * dx;
+        const double lo = std::max(alongX ? top : left, std::floor(minor - half - 1));
+        const double hi = std::min(alongX ? bottom : right, std::ceil(minor + half + 1));
+        for (double m = lo; m < hi; ++m) {
+            const double px = alongX ? centre : m + 0.5, py = alongX ? m + 0.5 : centre;
+            // Distance to the segment, and where along it the pixel lies.
+            double s = length > 0 ? ((px - x0) * dx + (py - y0) * dy) / (length * length) : 0.0;
+            s = std::clamp(s, 0.0, 1.0);
+            const double d = std::hypot(px - (x0 + s * dx), py - (y0 + s * dy));
+            const double coverage = std::clamp(half + 0.5 - d, 0.0, 1.0);
+            if (coverage <= 0 || !StrokeOn(stroke, s * length, w)) continue;
+            const auto ix = static_cast<int32_t>(px), iy = static_cast<int32_t>(py);
+            if (!PixelVisible(ix, iy, z0 + s * (z1 - z0))) continue;
+            Blend(ix, iy, color, coverage);
+        }
+    }
+}
+
+void OverlayCanvas::Box(double left, double top, double right, double bottom, uint32_t color, int32_t stroke,
+                        OverlayFill fill, int32_t spacing, float width) {
+    if (!(right > left) || !(bottom > top)) return;
+    const auto x0 = static_cast<int32_t>(std::max(0.0, std::floor(left)));
+    const auto x1 = static_cast<int32_t>(std::min(double(target_.width), std::ceil(right)));
+    const auto y0 = static_cast<int32_t>(std::max(0.0, std::floor(top)));
+    const auto y1 = static_cast<int32_t>(std::min(double(target_.height), std::ceil(bottom)));
+    const double gap = std::max(2.0, std::max(spacing, 1) * ratio_);
+    for (int32_t y = y0; y < y1; ++y)
+        for (int32_t x = x0; x < x1; ++x) {
+            uint32_t& pixel = target_.pixels[static_cast<size_t>(y) * static_cast<size_t>(target_.stride) + x];
+            switch (fill) {
+            case OverlayFill::Invert: pixel = ~pixel & 0x00FFFFFFu; break;
+            case OverlayFill::Tint: Blend(x, y, color, 0.25); break;
+            case OverlayFill::Solid: pixel = color & 0x00FFFFFFu; break;
+            case OverlayFill::Hatched: {
+                // Diagonal lines, `spacing` pixels apart, one pixel wide.
+                const double phase = std::fmod(double(x - x0) + double(y - y0), gap);
+                if (phase < std::max(1.0, ratio_)) Blend(x, y, color, 0.8);
+                break;
+            }
+            default: break;
+            }
+        }
+    if (stroke < 0) return;
+    const auto style = static_cast<OverlayStroke>(stroke);
+    // The outline runs through the middle of the edge pixels.
+    const double inset = std::max(1.0, width * ratio_) / 2.0;
+    const double l = left + inset, t = top + inset, r = right - inset, b = bottom - inset;
+    Line(l, t, 0, r, t, 0, color, width, style);
+    Line(r, t, 0, r, b, 0, color, width, style);
+    Line(r, b, 0, l, b, 0, color, width, style);
+    Line(l, b, 0, l, t, 0, color, width, style);
+}
+
+void OverlayCanvas::Symbol(double x, double y, double z, PointStyle symbol, float size, uint32_t color) {
+    const double h = size * ratio_ / 2.0;
+    const float w = 1.5f;
+    auto line = [&](double ax, double ay, double bx, double by) {
+        Line(x + ax * h, y + ay * h, z, x + bx * h, y + by * h, z, color, w, OverlayStroke::Solid);
+    };
+    switch (symbol) {
+    case PointStyle::Circle: {
+        constexpr int kSegments = 24;
+        for (int i = 0; i < kSegments; ++i) {
+            const double a = 2 * std::numbers::pi * i / kSegments, b = 2 * std::numbers::pi * (i + 1) / kSegments;
+            line(std::cos(a), std::sin(a), std::cos(b), std::sin(b));
+        }
+        break;
+    }
+    case PointStyle::Square:
+        line(-1, -1, 1, -1), line(1, -1, 1, 1), line(1, 1, -1, 1), line(-1, 1, -1, -1);
+        break;
+    case PointStyle::X: line(-1, -1, 1, 1), line(-1, 1, 1, -1); break;
+    case PointStyle::Cross: line(-1, 0, 1, 0), line(0, -1, 0, 1); break;
+    case PointStyle::Triangle: line(0, -1, 1, 0.8), line(1, 0.8, -1, 0.8), line(-1, 0.8, 0, -1); break;
+    case PointStyle::Star:
+        line(-1, 0, 1, 0), line(0, -1, 0, 1), line(-0.7, -0.7, 0.7, 0.7), line(-0.7, 0.7, 0.7, -0.7);
+        break;
+    default: break;
+    }
+}
+
+}  // namespace vexplot

@@ -1,0 +1,29 @@
+#pragma once
+#include <cstdint>
+#include <string_view>
+
+#include "engine/IGraphEngine.h"
+#include "opengl/gl/OverlayCanvas.h"
+#include "opengl/text/TextPainter.h"
+
+namespace vexplot {
+
+// Texts of several lines in a box, as the annotation overlay draws labels
+// and captions: measured and drawn through the engine's TextPainter, the
+// box through an OverlayCanvas.
+class TextBoxPainter {
+public:
+    // The text's size in the font's pixels: the widest line, and the lines'
+    // heights summed.
+    static TextPainter::Extent Measure(TextPainter& painter, std::string_view text, const FontDescription& font);
+    // Draws the box with its top-left corner at (x, y) of the target and the
+    // text `padding` inside it; `font` and `padding` are already in the
+    // target's pixels.
+    static void Draw(OverlayCanvas& canvas, TextPainter& painter, const ImageBuffer& target, double x, double y,
+                     std::string_view text, const FontDescription& font, const OverlayTextBox& style,
+                     int32_t padding);
+    // The engine's default overlay font: 13 pixels of the sans-serif face.
+    static FontDescription DefaultFont();
+};
+
+}  // namespace vexplot
