@@ -16,9 +16,9 @@ for the conversions, the array orientation, the events and the windows.
 import enum as _enum
 
 from . import _vexplot
-from ._vexplot import AutomationError, ComObject, exec, process_events, register_engine  # noqa: F401
+from ._vexplot import AutomationError, AutomationObject, ComObject, exec, process_events, register_engine  # noqa: F401
 
-__all__ = ["Control", "AutomationError", "ComObject", "exec", "process_events", "register_engine"]
+__all__ = ["Control", "AutomationError", "AutomationObject", "ComObject", "exec", "process_events", "register_engine"]
 
 
 class _Method:
