@@ -58,3 +58,37 @@ class AnnotationTest(unittest.TestCase):
 
 if __name__ == "__main__":
     unittest.main()
+
+
+class AnnotationPictureTest(unittest.TestCase):
+    """Where the markers' colours land: a ridge across the grid hides the
+    marker behind it in 3-D, never the one in front; the flat view shows
+    both."""
+
+    MAGENTA = (255, 0, 255)
+    CYAN = (0, 255, 255)
+
+    def pixels_of(self, rgb):
+        image = self.ctl.image()[:, :, :3]
+        return int((image == np.array(rgb, dtype=np.uint8)).all(axis=2).sum())
+
+    def setUp(self):
+        self.ctl = control_with_engine(self, width=400, height=300)
+        z = np.zeros((21, 21))
+        z[:, 10] = 50.0  # a wall along Y at x = 10 (z[y, x])
+        self.ctl.CopyArrayData(z)
+        self.ctl.SetCamElev(4.0)
+        self.ctl.SetCamAzim(90.0)  # looking along X, across the wall
+        self.front = self.ctl.Markers.Add(3.0, 10.0, 0.0)
+        self.back = self.ctl.Markers.Add(17.0, 10.0, 0.0)
+        self.front.Color = 0xFF00FF
+        self.back.Color = 0xFFFF00  # 0x00BBGGRR: cyan
+
+    def test_the_wall_hides_exactly_one_marker_in_3d(self):
+        seen = [self.pixels_of(self.MAGENTA) > 20, self.pixels_of(self.CYAN) > 20]
+        self.assertEqual(seen.count(True), 1, seen)
+
+    def test_the_flat_view_shows_both(self):
+        self.ctl.SetCamViewType(2)
+        self.assertGreater(self.pixels_of(self.MAGENTA), 20)
+        self.assertGreater(self.pixels_of(self.CYAN), 20)
