@@ -12,6 +12,7 @@
 #include "control/HeadlessSite.h"
 #include "control/ImageFile.h"
 #include "dataobject/GraphDataFactory.h"
+#include "vexplot/EngineSetup.h"
 
 namespace vexplot {
 
@@ -154,6 +155,9 @@ int ShowData(CUI_VexplotCtrl& control, const Options& o) {
 }
 
 int Render(const Options& o, HeadlessSite& site) {
+    // The first run registers the engine installed with the command.
+    if (const EngineSetupResult engine = RegisterShippedEngine(); !engine.message.empty())
+        std::fprintf(stderr, "%s\n", engine.message.c_str());
     ComPtr<CUI_VexplotCtrl> control = MakeComObject<CUI_VexplotCtrl>();
     control->OnError([](HRESULT code, const std::string& text) {
         std::fprintf(stderr, "vexplot render: error 0x%08X: %s\n", static_cast<unsigned>(code), text.c_str());

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -418,6 +419,18 @@ public:
     // Never reported to the host.
     int32_t LastStateFailure() const { return stateFailure_; }
 
+    // ---- palette editor and data editor (CUI_VexplotCtrlDialogs.cpp) ----
+    // Runs the palette editor "Colors" over the control's palette: the plot
+    // follows every change at once; Cancel puts the palette back as it was.
+    // Returns the dialog's answer (kAnswerOk or kAnswerCancel).
+    int32_t EditPalette();
+    // Opens the data editor of `graph` (null: the active graph object), or
+    // brings its open editor forward. False when there is no graph object
+    // with data or the site has no window for the editor.
+    bool OpenDataEditor(CGD_GraphObject* graph = nullptr);
+    // Replaces the palette's colours by `colors` and sends them to the engine.
+    void TakePaletteColors(std::span<const uint32_t> colors);
+
     // IDispatch (CUI_VexplotCtrlDispatch.cpp): the table of DispatchTable::Vexplot().
     HRESULT GetTypeInfoCount(uint32_t* count) override;
     HRESULT GetTypeInfo(uint32_t index, LCID lcid, IUnknown** info) override;
@@ -451,6 +464,7 @@ private:
     // Each group of commands adds its entries to commands_ once, at
     // construction.
     void AddViewCommands();
+    void AddPaletteCommands();
 
     // auxiliary windows (CUI_VexplotCtrlWindows.cpp):
     void CreateTitleButtons();
@@ -471,11 +485,11 @@ private:
     int32_t LegendViewMode() override { return viewMode_; }
     void SetTitleText(const std::string& text) override;
     const CGD_Palette* PreviewPalette() override { return &palette_; }
-    // The data editor and the objects' property dialogs come later.
-    bool CanEditData(const CGD_GraphObject*) override { return false; }
-    bool CanEditProperties(const CGD_GraphObject*) override { return false; }
-    void EditGraphData(CGD_GraphObject*) override {}
-    bool EditGraphProperties(CGD_GraphObject*) override { return false; }
+    // The data editor and the property sheet (CUI_VexplotCtrlDialogs.cpp).
+    bool CanEditData(const CGD_GraphObject* graph) override;
+    bool CanEditProperties(const CGD_GraphObject* graph) override;
+    void EditGraphData(CGD_GraphObject* graph) override { OpenDataEditor(graph); }
+    bool EditGraphProperties(CGD_GraphObject* graph) override;
     void DeleteGraphObject(CGD_GraphObject* graph) override;
 
     // creation steps:

@@ -32,9 +32,10 @@ QString TextArg(const DispParams& params, uint32_t i) {
 
 }  // namespace
 
-VexplotWidget::VexplotWidget(QWidget* parent) : QWidget(parent), site_(std::make_unique<QtControlSite>(this)) {
+VexplotWidget::VexplotWidget(QWidget* parent, std::shared_ptr<SettingsStore> store)
+    : QWidget(parent), site_(std::make_unique<QtControlSite>(this)) {
     setMinimumSize(200, 150);
-    control_ = MakeComObject<CUI_VexplotCtrl>().Detach();
+    control_ = MakeComObject<CUI_VexplotCtrl>(nullptr, std::move(store)).Detach();
     AdviseEvents();
     // The control window fills the widget; it is created at the widget's
     // current size and follows every resize.

@@ -1,6 +1,8 @@
 """Members by name and dispid, argument conversion and automation errors,
 on a control without an engine (nothing here draws)."""
 
+import os
+import tempfile
 import unittest
 
 import numpy as np
@@ -136,3 +138,32 @@ class EnumerationTest(unittest.TestCase):
 
 if __name__ == "__main__":
     unittest.main()
+
+
+class SettingsStoreTest(unittest.TestCase):
+    def test_a_property_written_is_the_default_of_its_own_store_alone(self):
+        # One batch job's writes must not become the next one's defaults:
+        # a file store keeps them for its next control, a memory store for
+        # nobody, and neither touches the user's store.
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "project.db")
+            with vexplot.Control(settings="memory") as pristine:
+                default = pristine.BackgroundColor
+            with vexplot.Control(settings="user") as user:
+                users_own = user.BackgroundColor
+            with vexplot.Control(settings=path) as first:
+                first.BackgroundColor = 0x00123456
+            with vexplot.Control(settings="memory") as batch:
+                batch.BackgroundColor = 0x00654321
+            with vexplot.Control(settings=path) as second:
+                self.assertEqual(second.BackgroundColor, 0x00123456)
+            with vexplot.Control(settings="memory") as fresh:
+                self.assertEqual(fresh.BackgroundColor, default)
+            with vexplot.Control() as user:
+                self.assertEqual(user.BackgroundColor, users_own)
+
+    def test_a_store_that_cannot_be_used_is_refused(self):
+        for settings in ["", "/proc/version"]:
+            with self.subTest(settings=settings):
+                with self.assertRaises(ValueError):
+                    vexplot.Control(settings=settings)

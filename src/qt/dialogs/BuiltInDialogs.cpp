@@ -1,5 +1,9 @@
 #include "qt/dialogs/AnnotationPropertiesDialog.h"
+#include "qt/dialogs/DataEditorDialog.h"
+#include "qt/dialogs/PaletteEditorDialog.h"
 #include "qt/dialogs/QtDialogRegistry.h"
+#include "ui/CUIW_DataEditor.h"
+#include "ui/PaletteEditor.h"
 
 namespace vexplot {
 
@@ -9,6 +13,12 @@ void AddBuiltInDialogs(QtDialogRegistry& registry) {
     registry.AddModal("RegionProperties", &AnnotationPropertiesDialog::RunRegion);
     registry.AddModal("DiffTracerProperties", &AnnotationPropertiesDialog::RunDiffTracer);
     registry.AddModal("LabelProperties", &AnnotationPropertiesDialog::RunLabel);
+    registry.AddModal(std::string(PaletteEditor::kDialogName), [](IDialogLogic& logic, QWidget* parent) {
+        return PaletteEditorDialog::Run(static_cast<PaletteEditor&>(logic), parent);
+    });
+    registry.AddModeless(std::string(CUIW_DataEditor::kDialogName), [](IDialogLogic& logic, QWidget* parent) {
+        return DataEditorDialog::Open(static_cast<CUIW_DataEditor&>(logic), parent);
+    });
 }
 
 }  // namespace vexplot
