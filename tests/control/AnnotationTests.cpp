@@ -201,6 +201,27 @@ TEST_F(AnnotationTest, TracersWriteDashesForNoZAndTheDistanceLeavesZOut) {
     EXPECT_EQ(diff.Distance(), 5.0);
 }
 
+TEST_F(AnnotationTest, LabelCoordinatesUseTheAxesNumberStyles) {
+    CGD_Label label;
+    label.SetCaption("P");
+    label.SetPosition(2500, 0.5, -1);
+    struct Case {
+        int16_t style;
+        int32_t markup;
+        const char* text;
+    };
+    for (const Case& c : {Case{0, 0, "P (2500, 0.5, -1)"}, Case{1, 0, "P (2.500e3, 5.000e-1, -1.000e0)"},
+                          Case{2, 0, "P (2.5 k, 500 m, -1  )"}, Case{3, 0, "P (2.500x10 3.0, 5.000x10 -1.0, -1.000x10 0.0)"},
+                          Case{3, 1, "P (2.500x10\\SUP3.0, 5.000x10\\SUP-1.0, -1.000x10\\SUP0.0)"},
+                          Case{7, 0, "P (2500.0000, 0.5000, -1.0000)"}}) {
+        label.SetStyle(c.style);
+        label.SetMarkupFlag(c.markup);
+        EXPECT_EQ(label.Text(), c.text) << c.style;
+    }
+    label.SetAppendCoordinates(false);
+    EXPECT_EQ(label.Text(), "P");
+}
+
 TEST_F(AnnotationTest, PlotFilesKeepMarkersAndRegionsAndBringLabelsBackWithDefaults) {
     CGD_Marker* marker = AnnotationActions::AddMarker(*control, 1, 2, 3);
     marker->SetColor(0x123456);
