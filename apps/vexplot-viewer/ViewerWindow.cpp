@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QUrl>
 
@@ -80,6 +81,13 @@ VexplotWidget* ViewerWindow::AddPlot() {
         std::fprintf(stderr, "vexplot-viewer: control error 0x%08X: %s\n", static_cast<unsigned>(code),
                      qPrintable(text));
     });
+    // The full-control view hides the viewer's menu bar, tab bar and status
+    // bar too; Ctrl+F10 and the menu key still open the control's menu.
+    connect(plot, &VexplotWidget::fullControlViewChanged, this, [this](bool on) {
+        menuBar()->setVisible(!on);
+        tabs_->tabBar()->setVisible(!on);
+        statusBar()->setVisible(!on);
+    });
     tabs_->setCurrentIndex(tabs_->addTab(plot, "(empty)"));
     if (flat_ && plot->IsReady()) plot->Control().OnCommand(cmd::k2DMode);
     return plot;
@@ -135,6 +143,9 @@ void ViewerWindow::BuildMenus() {
     QMenu* plot = menuBar()->addMenu("&Plot");
     QAction* palette = plot->addAction("Edit &Palette...", this, [this] { Plot().Control().DoCommand(cmd::kEditPalette); });
     QAction* editData = plot->addAction("Edit &Data...", this, [this] { Plot().Control().OpenDataEditor(); });
+    // Their keys (Alt+Enter, Ctrl+F11) belong to the control and work while it has the focus.
+    plot->addAction("Control P&roperties...", this, [this] { Plot().Control().DoCommand(cmd::kControlProperties); });
+    plot->addAction("Maximize &View", this, [this] { Plot().Control().DoCommand(cmd::kMaximizeView); });
     connect(plot, &QMenu::aboutToShow, this, [this, palette, editData] {
         palette->setEnabled(Plot().Control().CommandState(cmd::kEditPalette).enabled);
         editData->setEnabled(Plot().IsReady() && Plot().Control().GetGraphObjects() &&

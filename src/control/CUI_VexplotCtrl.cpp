@@ -33,6 +33,7 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     points_.Add(kExEventsIid);
     annotations_ = std::make_unique<CGD_AnnotationList>();
     AddViewCommands();
+    AddDialogCommands();
     AddPaletteCommands();
 }
 

@@ -439,6 +439,23 @@ public:
     HRESULT Invoke(DISPID member, const IID& riid, LCID lcid, uint16_t flags, DispParams* params, Variant* result,
                    ExcepInfo* excepInfo, uint32_t* argErr) override;
 
+    // ---- property sheet and full-control view (CUI_VexplotCtrlPropertySheet.cpp) ----
+    // "Control P&roperties": the property sheet over this control's dispatch
+    // interface, run through the site. kAnswerOk when the user accepted it
+    // (its changes are then applied), kAnswerCancel otherwise.
+    int32_t ShowPropertySheet();
+    // "Maximize &View": the full-control view hides the title and status
+    // bars (the pop-up menu stays on Ctrl+F10 and the menu key); leaving it
+    // brings them back as they were. Entering it first shows the message
+    // about the menu, unless the user asked not to see it again.
+    void SetFullControlView(bool on);
+    bool FullControlView() const { return fullView_.has_value(); }
+    // Hosts hide their own menus and bars along with the control's: the
+    // listener hears every switch, whoever asked for it (menu, Ctrl+F11, DoCommand).
+    void OnFullControlViewChange(std::function<void(bool on)> listener) {
+        fullViewListeners_.push_back(std::move(listener));
+    }
+
     // IConnectionPointContainer:
     HRESULT GetConnectionPointCount(uint32_t* count) override { return points_.Count(count); }
     HRESULT FindConnectionPoint(const IID& iid, IConnectionPoint** out) override { return points_.Find(iid, out); }
@@ -531,6 +548,11 @@ private:
     // The Quality3D flag to the 3-D view: full detail also while moving.
     void ApplyQuality3D();
     void ResendGraphObjects();
+
+    // ---- private: property sheet and full-control view ----
+    void AddDialogCommands();
+    std::optional<WindowVisibility> fullView_;  // the bars before the full-control view
+    std::vector<std::function<void(bool)>> fullViewListeners_;
 
     // ---- private: older-interface methods ----
     void ReportNotImplemented();

@@ -37,6 +37,7 @@ VexplotWidget::VexplotWidget(QWidget* parent, std::shared_ptr<SettingsStore> sto
     setMinimumSize(200, 150);
     control_ = MakeComObject<CUI_VexplotCtrl>(nullptr, std::move(store)).Detach();
     AdviseEvents();
+    control_->OnFullControlViewChange([this](bool on) { emit fullControlViewChanged(on); });
     // The control window fills the widget; it is created at the widget's
     // current size and follows every resize.
     control_->Create(*site_, PixelRect{0, 0, std::max(width(), 200), std::max(height(), 150)});

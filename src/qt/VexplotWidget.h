@@ -68,6 +68,9 @@ signals:
     // The mouse rests on a data cell (`select`: the cell is being selected).
     // A slot may answer with SetDataCellText before it returns.
     void dataCellMouseOver(double x, double y, double z, bool select);
+    // The control switched to its full-control view (`on`) or back: a host
+    // hides or shows its own menus and bars with it.
+    void fullControlViewChanged(bool on);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -33,8 +33,7 @@ CUIW_DataEditor::CUIW_DataEditor(CGD_GraphObject& graph, CGD_GraphObject::DataEd
     : graph_(&graph), site_(&site), ask_(std::move(ask)), title_(std::move(contents.title)),
       color_(graph.ContrastColor()) {
     if (Consistent(contents.grid, contents.xScale, contents.yScale)) {
-        grid_ = contents.grid;
-        original_ = std::move(contents.grid);
+        grid_ = std::move(contents.grid);
         xScale_ = std::move(contents.xScale);
         yScale_ = std::move(contents.yScale);
         columns_ = static_cast<int32_t>(xScale_.ElementCount());
@@ -103,7 +102,10 @@ size_t CUIW_DataEditor::Element(int32_t row, int32_t column) const {
 
 double CUIW_DataEditor::Value(int32_t row, int32_t column) const {
     if (row < 0 || row >= rows_ || column < 0 || column >= columns_) return 0.0;
-    return grid_.Data()[Element(row, column)];
+    const size_t element = Element(row, column);
+    if (!edits_.empty())
+        if (const auto edited = edits_.find(element); edited != edits_.end()) return edited->second;
+    return grid_.Data()[element];
 }
 
 std::string CUIW_DataEditor::ToolTip(int32_t row, int32_t column) const {
@@ -130,20 +132,19 @@ CUIW_DataEditor::EditResult CUIW_DataEditor::Edit(int32_t row, int32_t column, s
         message.append(e.what());
         return {false, message};
     }
-    grid_.MutableData()[Element(row, column)] = *value;
+    edits_[Element(row, column)] = *value;
     changed_ = true;
     return {true, {}};
 }
 
 void CUIW_DataEditor::Save() {
     changed_ = false;
-    original_ = grid_;
     Finish();
 }
 
 void CUIW_DataEditor::Exit() {
     if (changed_ && Editable() && ask_ && ask_(kSaveQuestion) != kAnswerYes) {
-        if (IGraphData* data = graph_->Data(); data && SUCCEEDED(data->PutData(original_))) grid_ = original_;
+        if (IGraphData* data = graph_->Data(); data && SUCCEEDED(data->PutData(grid_))) edits_.clear();
     }
     changed_ = false;
     Finish();

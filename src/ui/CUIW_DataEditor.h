@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "com/SafeArray.h"
 #include "model/CGD_GraphObject.h"
@@ -16,7 +17,8 @@ namespace vexplot {
 // one row per Y coordinate with the highest Y index on top, one column per
 // X coordinate. Texts are made only for the cells asked for, so a window
 // over it formats what is in sight and nothing else, whatever the grid's
-// size; the grid itself is shared with the data object until the first edit.
+// size. The grid is shared with the data object and never copied: edits are
+// kept beside it, so a 4096 x 4096 grid costs the editor nothing extra.
 //
 // An accepted edit goes straight into the data object, so the plot follows
 // at once. "Save Data" keeps the edits; "Exit" after edits asks whether to
@@ -102,8 +104,10 @@ private:
     IControlSite* site_;
     Ask ask_;
     std::string title_;
-    SafeArray grid_;      // what the editor shows, edits included
-    SafeArray original_;  // the grid as opened, for "No"
+    // The grid as opened (shared with the data object, never copied here:
+    // it is what "No" puts back) and the accepted edits by element.
+    SafeArray grid_;
+    std::unordered_map<size_t, double> edits_;
     SafeArray xScale_;
     SafeArray yScale_;
     int32_t rows_ = 0;

@@ -90,7 +90,7 @@ TEST_F(VexplotWidgetTest, MenuOffersEveryWindowCommand) {
     walk(control.PopupMenu());
     EXPECT_EQ(all.size(), 34u);
     for (int32_t command : {cmd::k2DMode, cmd::k3DMode, cmd::kGraphTitle, cmd::kInfoWindow, cmd::kLegendWindow,
-                            cmd::kNavigatorWindow, cmd::kStatusBar}) {
+                            cmd::kNavigatorWindow, cmd::kStatusBar, cmd::kControlProperties, cmd::kMaximizeView}) {
         EXPECT_TRUE(enabled.count(command)) << command;
     }
 }

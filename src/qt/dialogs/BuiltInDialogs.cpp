@@ -1,8 +1,14 @@
 #include "qt/dialogs/AnnotationPropertiesDialog.h"
 #include "qt/dialogs/DataEditorDialog.h"
+#include "qt/dialogs/ExportSizeDialog.h"
+#include "qt/dialogs/MessageBoxExtDialog.h"
 #include "qt/dialogs/PaletteEditorDialog.h"
+#include "qt/dialogs/PropertySheetDialog.h"
 #include "qt/dialogs/QtDialogRegistry.h"
+#include "ui/CMessageBoxExt.h"
 #include "ui/CUIW_DataEditor.h"
+#include "ui/ControlPropertySheet.h"
+#include "ui/ExportSizeChooser.h"
 #include "ui/PaletteEditor.h"
 
 namespace vexplot {
@@ -13,6 +19,9 @@ void AddBuiltInDialogs(QtDialogRegistry& registry) {
     registry.AddModal("RegionProperties", &AnnotationPropertiesDialog::RunRegion);
     registry.AddModal("DiffTracerProperties", &AnnotationPropertiesDialog::RunDiffTracer);
     registry.AddModal("LabelProperties", &AnnotationPropertiesDialog::RunLabel);
+    registry.AddModal(std::string(ExportSizeChooser::kName), &ExportSizeDialog::Run);
+    registry.AddModal(std::string(ControlPropertySheet::kName), &PropertySheetDialog::Run);
+    registry.AddModal(std::string(CMessageBoxExt::kName), &MessageBoxExtDialog::Run);
     registry.AddModal(std::string(PaletteEditor::kDialogName), [](IDialogLogic& logic, QWidget* parent) {
         return PaletteEditorDialog::Run(static_cast<PaletteEditor&>(logic), parent);
     });

@@ -66,6 +66,8 @@ DataEditorDialog::DataEditorDialog(CUIW_DataEditor& logic, QWidget* parent) : QD
     grid_->verticalHeader()->setDefaultSectionSize(grid_->fontMetrics().height() + 6);
     grid_->verticalHeader()->setMinimumWidth(90);
     grid_->setSelectionMode(QAbstractItemView::SingleSelection);
+    grid_->setWordWrap(false);  // numbers never wrap, and unwrapped text lays out much faster
+    grid_->setTabKeyNavigation(false);  // Tab leaves the grid; the arrow keys move between cells
     grid_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                            QAbstractItemView::AnyKeyPressed);
     grid_->setCornerButtonEnabled(false);
