@@ -2,6 +2,7 @@
 // scene's depth hiding what lies behind it, and the pixel ratio.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 #include "opengl/flat/FlatOverlay.h"
