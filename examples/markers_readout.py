@@ -20,12 +20,12 @@ def main():
     ctl.CopyArrayData(np.load(os.path.join(here, "peaks.npy")))
     ctl.ShowWindows(vexplot.wndInfo, 1)
 
-    ctl.command(vexplot.Command.MARKER)
+    ctl.command(vexplot.Command.Marker)
     for x, y in ((270, 250), (380, 240)):      # view-window pixels
         ctl.mouse_down(x, y)
         ctl.mouse_up(x, y)
 
-    ctl.command(vexplot.Command.DIFFERENCE_TRACER)
+    ctl.command(vexplot.Command.DiffTracer)
     ctl.mouse_move(270, 250)
     ctl.mouse_down(270, 250)                   # the fixed point
     ctl.mouse_up(270, 250)

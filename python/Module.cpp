@@ -10,6 +10,7 @@
 
 #include "EventLoop.h"
 #include "PyControl.h"
+#include "PyDispatch.h"
 #include "control/CommandTable.h"
 #include "automation/TypeLibEnums.h"
 #include "vexplot/EngineSetup.h"
@@ -71,6 +72,8 @@ PYBIND11_MODULE(_vexplot, m) {
         .def("__repr__", [](const ComHandle& h) {
             return "<vexplot.ComObject at " + std::to_string(reinterpret_cast<uintptr_t>(h.object.Get())) + ">";
         });
+
+    RegisterDispatchObject(m);
 
     py::class_<PyControl>(m, "ControlBase")
         .def(py::init<int, int, bool, const std::string&>(), py::arg("width") = 640, py::arg("height") = 480,

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "EventLoop.h"
+#include "MemberCall.h"
 #include "automation/DispatchTable.h"
 #include "com/ConnectionPoint.h"
 #include "control/HeadlessSite.h"
@@ -39,19 +40,6 @@ DISPID EventId(const std::string& name) {
 std::string MemberName(DISPID id) {
     const DispatchMember* m = DispatchTable::Vexplot().Find(id);
     return m ? m->name : "member " + std::to_string(id);
-}
-
-// How the client sees a failed Invoke.
-AutomationFailure Failure(DISPID id, HRESULT hr, const ExcepInfo& info, uint32_t argErr, uint32_t argCount) {
-    AutomationFailure f{hr, HResultText(hr)};
-    if (hr == DISP_E_EXCEPTION) {
-        f.hresult = info.scode;
-        f.description = info.description;
-    } else if (hr == DISP_E_TYPEMISMATCH && argErr < argCount) {
-        f.argument = static_cast<int>(argCount - 1 - argErr);
-    }
-    f.description = MemberName(id) + ": " + f.description;
-    return f;
 }
 
 }  // namespace
@@ -216,46 +204,16 @@ void PyControl::RawInvoke(DISPID id, uint16_t flags, DispParams& params, Variant
     uint32_t argErr = UINT32_MAX;
     HRESULT hr = S_OK;
     Guard([&] { hr = control->Invoke(id, GUID_NULL, 0, flags, &params, result, &info, &argErr); });
-    if (FAILED(hr)) throw Failure(id, hr, info, argErr, params.argCount);
+    if (FAILED(hr)) throw Failure(MemberName(id), hr, info, argErr, params.argCount);
 }
 
 py::object PyControl::Invoke(DISPID id, const py::args& args) {
     const DispatchMember* m = DispatchTable::Vexplot().Find(id);
-    if (m && m->isProperty && args.size() == 1) {
-        Put(id, args[0]);
-        return py::none();
-    }
-    std::vector<Variant> values;
-    std::vector<std::unique_ptr<OutSlot>> outs;
-    if (m && !m->isProperty && args.size() + m->OutCount() == m->params.size()) {
-        // The caller gives the in arguments; the out arguments get storage.
-        size_t next = 0;
-        for (const ParamInfo& p : m->params) {
-            if (p.byRef) {
-                outs.push_back(std::make_unique<OutSlot>(p.type));
-                values.push_back(outs.back()->Ref());
-            } else {
-                values.push_back(ToVariant(args[next++]));
-            }
-        }
-    } else {
-        // A count that does not fit goes as it is, for Invoke to refuse.
-        for (const py::handle a : args) values.push_back(ToVariant(a));
-    }
-    std::reverse(values.begin(), values.end());
-    DispParams params{values.data(), nullptr, static_cast<uint32_t>(values.size()), 0};
-    Variant result;
-    const uint16_t flags = m && m->isProperty ? DISPATCH_PROPERTYGET : DISPATCH_METHOD;
-    RawInvoke(id, flags, params, &result);
-
-    std::vector<py::object> answers;
-    if (m ? m->type != VT_EMPTY : !result.IsEmpty()) answers.push_back(FromVariant(result));
-    for (const auto& out : outs) answers.push_back(out->Value());
-    if (answers.empty()) return py::none();
-    if (answers.size() == 1) return answers.front();
-    py::tuple tuple(answers.size());
-    for (size_t i = 0; i < answers.size(); ++i) tuple[i] = answers[i];
-    return tuple;
+    const std::optional<MemberShape> shape = m ? std::optional(MemberShape::Of(*m)) : std::nullopt;
+    return CallMember(
+        shape ? &*shape : nullptr, args,
+        [&](uint16_t flags, DispParams& params, Variant* result) { RawInvoke(id, flags, params, result); },
+        [&](py::handle value) { Put(id, value); });
 }
 
 void PyControl::Put(DISPID id, py::handle value) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "com/EventSink.h"
+#include "MemberCall.h"
 #include "VariantConversion.h"
 #include "automation/DispatchMember.h"
 #include "com/ComPtr.h"
@@ -23,15 +24,6 @@ class VexplotWidget;
 namespace vexplot::python {
 
 namespace py = pybind11;
-
-// A failed automation call: the HRESULT the client sees (for
-// DISP_E_EXCEPTION the member's own code), its text, and for a type
-// mismatch the argument's position in natural order (-1 otherwise).
-struct AutomationFailure {
-    HRESULT hresult;
-    std::string description;
-    int argument = -1;
-};
 
 // The control as Python drives it: a CUI_VexplotCtrl on a headless site, or
 // inside a VexplotWidget in a window, reached through its IDispatch the way

@@ -4,6 +4,8 @@
 
 #include <limits>
 
+#include "automation/MemberShape.h"
+
 namespace vexplot::python {
 
 namespace {
@@ -79,6 +81,7 @@ Variant ToVariant(py::handle value) {
     if (PyLong_Check(value.ptr())) return IntVariant(value);
     if (PyFloat_Check(value.ptr())) return Variant(value.cast<double>());
     if (PyUnicode_Check(value.ptr())) return Variant(value.cast<std::string>());
+    if (py::isinstance<DispatchHandle>(value)) return Variant(value.cast<const DispatchHandle&>().object);
     if (py::isinstance<ComHandle>(value)) {
         const ComPtr<IUnknown>& object = value.cast<const ComHandle&>().object;
         if (ComPtr<IDispatch> dispatch = object.As<IDispatch>()) return Variant(dispatch);
@@ -119,6 +122,8 @@ py::object FromVariant(const Variant& value) {
             return value.IsMissing() ? py::object(py::none()) : py::object(py::int_(value.I4()));
         case VT_DISPATCH:
             if (!value.Dispatch()) return py::none();
+            // Objects with a known table come back with their members.
+            if (!MemberShapes::Of(*value.Dispatch()).empty()) return py::cast(DispatchHandle{value.Dispatch()});
             return py::cast(ComHandle{ComPtr<IUnknown>(value.Dispatch().Get())});
         case VT_UNKNOWN:
             if (!value.Unknown()) return py::none();

@@ -15,11 +15,17 @@ struct ComHandle {
     ComPtr<IUnknown> object;
 };
 
+// An automation object whose members are known (an annotation wrapper or
+// collection): Python reaches its members by dispatch name (PyDispatch.cpp).
+struct DispatchHandle {
+    ComPtr<IDispatch> object;
+};
+
 // Python value -> automation argument:
 //   None -> VT_EMPTY, bool -> VT_BOOL, int -> VT_I4 (OverflowError outside
 //   32 bits), float -> VT_R8, str -> VT_BSTR, a 1-D or 2-D NumPy array (or
 //   a nested sequence of numbers) -> VT_ARRAY|VT_R8, ComHandle -> VT_DISPATCH
-//   or VT_UNKNOWN. Anything else raises TypeError.
+//   or VT_UNKNOWN, DispatchHandle -> VT_DISPATCH. Anything else raises TypeError.
 //
 // Arrays keep NumPy's axis order: axis k of the array is dimension k of
 // the SafeArray, so a[i, j] is element (i, j). As dimension 0 varies

@@ -16,30 +16,11 @@ for the conversions, the array orientation, the events and the windows.
 import enum as _enum
 
 from . import _vexplot
-from ._vexplot import AutomationError, ComObject, exec, process_events, register_engine  # noqa: F401
+from ._vexplot import AutomationError, AutomationObject, ComObject, exec, process_events, register_engine  # noqa: F401
 
 __version__ = _vexplot.__version__
 
-__all__ = ["Control", "Command", "AutomationError", "ComObject", "exec", "process_events", "register_engine"]
-
-
-class Command(_enum.IntEnum):
-    """The menu commands Control.command() takes (the menu's identifiers)."""
-
-    SELECT = 32908
-    PAN = 32901
-    ZOOM = 32900
-    LABEL = 32906
-    MARKER = 32902
-    TRACER = 32903
-    DIFFERENCE_TRACER = 32904
-    REGION = 32905
-    GRID = 32910
-    MESH = 32907
-    VIEW_2D = 32801
-    VIEW_3D = 32802
-    SELECT_NEXT = 33000
-    OBJECT_PROPERTIES = 33001
+__all__ = ["Control", "AutomationError", "AutomationObject", "ComObject", "exec", "process_events", "register_engine"]
 
 
 class _Method:

@@ -109,7 +109,8 @@ void CGD_Marker::DragTo(int32_t x, int32_t y) {
 
 bool CGD_Marker::IndicatorY(const PixelRect& plot, int32_t* yz) const {
     double zmin = 0, zmax = 0;
-    if (!CurrentZRange(&zmin, &zmax)) return false;
+    // The section view has no colour scale to stand beside.
+    if (ViewMode1D() != 0 || !CurrentZRange(&zmin, &zmax)) return false;
     const double offset = (zmax - z_) / (zmax - zmin) * (plot.bottom - plot.top);
     if (!std::isfinite(offset)) return false;
     *yz = plot.top + static_cast<int32_t>(std::trunc(offset));
@@ -180,12 +181,13 @@ void CGD_Marker::Draw3D() {
         DataRect shown{}, full{};
         double zmin = 0, zmax = 0;
         if (SUCCEEDED(projection_->GetViewBounds(&shown, &full)) && CurrentZRange(&zmin, &zmax)) {
-            // Down to the floor of the box, then along the floor to its back
-            // walls: the marker's X and Y read off the axes.
-            const Point3 guide[] = {{shown.xMin, y_, zmin}, {x_, y_, zmin}, {x_, shown.yMin, zmin}};
+            // Down to the floor of the box; the selected marker also along
+            // the floor to the box's walls, where its X and Y read off the
+            // axes (for every marker that would bury the plot in lines).
             const Point3 drop[] = {at, {x_, y_, zmin}};
             projection_->AddOverlayStroke(2, drop, color_, OverlayStroke::Dotted, 1.0f, false);
-            projection_->AddOverlayStroke(3, guide, color_, OverlayStroke::Dotted, 1.0f, false);
+            const Point3 guide[] = {{shown.xMin, y_, zmin}, {x_, y_, zmin}, {x_, shown.yMin, zmin}};
+            if (selected_) projection_->AddOverlayStroke(3, guide, color_, OverlayStroke::Dotted, 1.0f, false);
         }
     }
     projection_->AddOverlaySymbol(&at, PointStyle::Circle, kSymbolSize, color_);

@@ -148,7 +148,8 @@ void CGD_Region::RemoveFromInfoWindow() { CloseInfoSection(); }
 
 bool CGD_Region::IndicatorY(const PixelRect& plot, double z, int32_t* yz) const {
     double zmin = 0, zmax = 0;
-    if (!CurrentZRange(&zmin, &zmax)) return false;
+    // The section view has no colour scale to stand beside.
+    if (ViewMode1D() != 0 || !CurrentZRange(&zmin, &zmax)) return false;
     const double offset = (zmax - z) / (zmax - zmin) * (plot.bottom - plot.top);
     if (!std::isfinite(offset)) return false;
     *yz = plot.top + static_cast<int32_t>(std::trunc(offset));

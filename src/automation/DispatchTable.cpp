@@ -49,10 +49,7 @@ HRESULT Convert(const Variant& arg, const ParamInfo& info, Variant* out) {
 
 }  // namespace
 
-size_t DispatchMember::OutCount() const {
-    return static_cast<size_t>(std::count_if(params.begin(), params.end(), [](const ParamInfo& p) { return p.byRef; }));
-}
-
+template <>
 const DispatchTable& DispatchTable::Vexplot() {
     static const DispatchTable table = [] {
         DispatchTable t;
@@ -65,7 +62,8 @@ const DispatchTable& DispatchTable::Vexplot() {
     return table;
 }
 
-void DispatchTable::Add(DispatchMember member) {
+template <class Target>
+void BasicDispatchTable<Target>::Add(Member member) {
     if (byId_.count(member.id) || byName_.count(Lower(member.name)))
         throw std::logic_error("dispatch member defined twice: " + member.name);
     if (member.typelibName.empty()) member.typelibName = member.name;
@@ -74,9 +72,10 @@ void DispatchTable::Add(DispatchMember member) {
     members_.push_back(std::move(member));
 }
 
-void DispatchTable::AddProperty(DISPID id, std::string name, VARTYPE type, MemberHandler get, MemberHandler put,
-                                std::string typelibName) {
-    DispatchMember m;
+template <class Target>
+void BasicDispatchTable<Target>::AddProperty(DISPID id, std::string name, VARTYPE type, Handler get, Handler put,
+                                             std::string typelibName) {
+    Member m;
     m.id = id;
     m.name = std::move(name);
     m.typelibName = std::move(typelibName);
@@ -87,9 +86,10 @@ void DispatchTable::AddProperty(DISPID id, std::string name, VARTYPE type, Membe
     Add(std::move(m));
 }
 
-void DispatchTable::AddMethod(DispatchInterface owner, DISPID id, std::string name, VARTYPE result,
-                              std::vector<ParamInfo> params, MemberHandler call, std::string typelibName) {
-    DispatchMember m;
+template <class Target>
+void BasicDispatchTable<Target>::AddMethod(DispatchInterface owner, DISPID id, std::string name, VARTYPE result,
+                                           std::vector<ParamInfo> params, Handler call, std::string typelibName) {
+    Member m;
     m.id = id;
     m.name = std::move(name);
     m.typelibName = std::move(typelibName);
@@ -100,17 +100,20 @@ void DispatchTable::AddMethod(DispatchInterface owner, DISPID id, std::string na
     Add(std::move(m));
 }
 
-const DispatchMember* DispatchTable::Find(DISPID id) const {
+template <class Target>
+const typename BasicDispatchTable<Target>::Member* BasicDispatchTable<Target>::Find(DISPID id) const {
     const auto it = byId_.find(id);
     return it == byId_.end() ? nullptr : &members_[it->second];
 }
 
-const DispatchMember* DispatchTable::FindName(const std::string& name) const {
+template <class Target>
+const typename BasicDispatchTable<Target>::Member* BasicDispatchTable<Target>::FindName(const std::string& name) const {
     const auto it = byName_.find(Lower(name));
     return it == byName_.end() ? nullptr : &members_[it->second];
 }
 
-HRESULT DispatchTable::GetIDsOfNames(const char* const* names, uint32_t count, DISPID* ids) const {
+template <class Target>
+HRESULT BasicDispatchTable<Target>::GetIDsOfNames(const char* const* names, uint32_t count, DISPID* ids) const {
     if (!names || !ids) return E_POINTER;
     HRESULT hr = S_OK;
     for (uint32_t i = 0; i < count; ++i) {
@@ -118,15 +121,16 @@ HRESULT DispatchTable::GetIDsOfNames(const char* const* names, uint32_t count, D
         // Only the first name is a member; the others would name its
         // parameters, and no member takes named parameters.
         if (i == 0 && names[0])
-            if (const DispatchMember* m = FindName(names[0])) ids[0] = m->id;
+            if (const Member* m = FindName(names[0])) ids[0] = m->id;
         if (ids[i] == DISPID_UNKNOWN) hr = DISP_E_UNKNOWNNAME;
     }
     return hr;
 }
 
-HRESULT DispatchTable::Invoke(CUI_VexplotCtrl& control, DISPID id, uint16_t flags, DispParams* params,
-                              Variant* result, ExcepInfo* excepInfo, uint32_t* argErr) const {
-    const DispatchMember* m = Find(id);
+template <class Target>
+HRESULT BasicDispatchTable<Target>::Invoke(Target& control, DISPID id, uint16_t flags, DispParams* params,
+                                           Variant* result, ExcepInfo* excepInfo, uint32_t* argErr) const {
+    const Member* m = Find(id);
     if (!m) return DISP_E_MEMBERNOTFOUND;
     const DispParams none;
     const DispParams& p = params ? *params : none;
@@ -153,9 +157,10 @@ HRESULT DispatchTable::Invoke(CUI_VexplotCtrl& control, DISPID id, uint16_t flag
     return Call(control, *m, m->get, p, m->params, result ? result : &ignored, excepInfo, argErr);
 }
 
-HRESULT DispatchTable::Call(CUI_VexplotCtrl& control, const DispatchMember& member, const MemberHandler& handler,
-                            const DispParams& p, const std::vector<ParamInfo>& types,
-                            Variant* result, ExcepInfo* excepInfo, uint32_t* argErr) const {
+template <class Target>
+HRESULT BasicDispatchTable<Target>::Call(Target& control, const Member& member, const Handler& handler,
+                                         const DispParams& p, const std::vector<ParamInfo>& types, Variant* result,
+                                         ExcepInfo* excepInfo, uint32_t* argErr) const {
     std::vector<Variant> args(types.size());
     for (size_t i = 0; i < types.size(); ++i) {
         const uint32_t slot = p.argCount - 1 - static_cast<uint32_t>(i);
@@ -177,5 +182,12 @@ HRESULT DispatchTable::Call(CUI_VexplotCtrl& control, const DispatchMember& memb
         return Raise(E_FAIL, e.what(), excepInfo);
     }
 }
+
+// The objects served by a table: the control and the annotation objects.
+template class BasicDispatchTable<CUI_VexplotCtrl>;
+template class BasicDispatchTable<CoLabel>;
+template class BasicDispatchTable<CoMarker>;
+template class BasicDispatchTable<CoRegion>;
+template class BasicDispatchTable<CoAnnotationCollection>;
 
 }  // namespace vexplot

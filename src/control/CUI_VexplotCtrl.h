@@ -264,9 +264,8 @@ public:
     // setting, applies it to its window or engine surface and marks the
     // control modified; ShowZMajorGrid, ShowZMinorGrid and FixedAspectRatio
     // only store the member. DISP_E_MEMBERNOTFOUND for an unknown dispid.
-    // The annotation collections are not served yet: their get fails with
-    // kErrorNotImplemented, a put with kErrorSetNotSupported, each with its
-    // text as error info.
+    // The annotation collections (Markers, Regions, Labels) are read-only:
+    // a put fails with kErrorSetNotSupported and its text as error info.
     HRESULT GetProperty(DISPID id, Variant* value);
     Variant GetProperty(DISPID id);  // empty when the get fails
     HRESULT PutProperty(DISPID id, const Variant& value);
@@ -353,10 +352,10 @@ public:
     CGD_AnnotationList* GetAnnotations() override { return annotations_.get(); }
     // Runs a dialog through the site (kAnswerCancel without one).
     int32_t RunDialog(IDialogLogic& dialog) override;
-    // The automation collections of the Markers, Regions and Labels
-    // properties, made on first use by the automation layer and kept for the
-    // control's life (an empty pointer until then).
-    ComPtr<IDispatch>& AnnotationCollection(AnnotationKind kind);
+    // The collection of the Markers, Regions or Labels property: made on
+    // first use (the automation layer defines it, CoAnnotationCollection.cpp)
+    // and kept for the control's life; every call hands out the same one.
+    ComPtr<IDispatch> AnnotationCollection(AnnotationKind kind);
     // The top annotation under client pixel (x, y) of the current view.
     CGD_Annotation* AnnotationAt(int32_t x, int32_t y);
 

@@ -21,14 +21,6 @@ CGD_Annotation* CUI_VexplotCtrl::AnnotationAt(int32_t x, int32_t y) { return ann
 
 int32_t CUI_VexplotCtrl::RunDialog(IDialogLogic& dialog) { return site_ ? site_->RunDialog(dialog) : kAnswerCancel; }
 
-ComPtr<IDispatch>& CUI_VexplotCtrl::AnnotationCollection(AnnotationKind kind) {
-    switch (kind) {
-    case AnnotationKind::Marker: return collections_[0];
-    case AnnotationKind::Region: return collections_[1];
-    default: return collections_[2];
-    }
-}
-
 void CUI_VexplotCtrl::AttachAnnotations() { annotations_->AttachAll(GetEngine(), nullptr, this); }
 
 void CUI_VexplotCtrl::DrawAnnotations() {

@@ -157,9 +157,13 @@ HRESULT CUI_VexplotCtrl::GetMethodProperty(const PropertyRow& row, Variant* valu
         case PropertyEffect::WindowsVisible: *value = Variant(GetWindowsVisible()); return S_OK;
         case PropertyEffect::AxisLabel: *value = Variant(GetAxisLabel(static_cast<AxisId>(row.axis))); return S_OK;
         case PropertyEffect::Caption: *value = Variant(GetCaption()); return S_OK;
-        case PropertyEffect::Collection:
-            SetErrorInfo(IID_IDispatch, kTextNotImplemented);
-            return kErrorNotImplemented;
+        case PropertyEffect::Collection: {
+            const AnnotationKind kind = row.id == 607   ? AnnotationKind::Marker
+                                        : row.id == 608 ? AnnotationKind::Region
+                                                        : AnnotationKind::Label;
+            *value = Variant(AnnotationCollection(kind));
+            return S_OK;
+        }
         default: return E_UNEXPECTED;
     }
 }

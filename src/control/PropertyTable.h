@@ -35,7 +35,7 @@ enum class PropertyEffect {
     WindowsVisible,
     AxisLabel,
     Caption,
-    Collection,        // annotations are not served yet: get and put fail
+    Collection,        // the annotation collections: read-only
 };
 
 // How a member property reaches its member of ControlSettings: the value

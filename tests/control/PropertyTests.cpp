@@ -312,12 +312,13 @@ TEST_F(PropertyTest, EveryPropertyRoundTripsThroughInvokeToTheSameMember) {
     EXPECT_EQ(DispatchTable::Vexplot().Find(35)->typelibName, "zLabel");
 }
 
-TEST_F(PropertyTest, TheCollectionsAreNotServedYet) {
+TEST_F(PropertyTest, TheCollectionsAreReadOnlyAndTheSameObjectEachTime) {
     CreateWorking();
-    Variant got;
-    ASSERT_EQ(Invoke(607, DISPATCH_PROPERTYGET, {}, &got), DISP_E_EXCEPTION);
-    EXPECT_EQ(static_cast<uint32_t>(excep.scode), 0x800A0005u);
-    EXPECT_STREQ(excep.description, "Sorry but this function is not yet implemented.");
+    Variant first, second;
+    ASSERT_EQ(Invoke(607, DISPATCH_PROPERTYGET, {}, &first), S_OK);
+    ASSERT_EQ(Invoke(607, DISPATCH_PROPERTYGET, {}, &second), S_OK);
+    ASSERT_TRUE(first.Dispatch());
+    EXPECT_EQ(first.Dispatch().Get(), second.Dispatch().Get());
     ASSERT_EQ(Invoke(608, DISPATCH_PROPERTYPUT, {Variant(ComPtr<IDispatch>())}), DISP_E_EXCEPTION);
     EXPECT_EQ(static_cast<uint32_t>(excep.scode), 0x800A017Fu);
     EXPECT_EQ(control->PutProperty(609, Variant(ComPtr<IDispatch>())), CUI_VexplotCtrl::kErrorSetNotSupported);

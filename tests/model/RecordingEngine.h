@@ -1,4 +1,5 @@
 #pragma once
+#include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
@@ -101,9 +102,19 @@ public:
     }
     HRESULT GetDataRange(DataRect*) override { return Note("GetDataRange"); }
     HRESULT GetVisibleRange(DataRect*) override { return Note("GetVisibleRange"); }
-    HRESULT DataToClient(double x, double y, int32_t*, int32_t*) override { return Note("DataToClient", x, y); }
+    // Identity mapping (a data unit is a pixel), so that hit tests can be
+    // checked at exact pixels.
+    HRESULT DataToClient(double x, double y, int32_t* px, int32_t* py) override {
+        if (px) *px = static_cast<int32_t>(std::lround(x));
+        if (py) *py = static_cast<int32_t>(std::lround(y));
+        return Note("DataToClient", x, y);
+    }
     HRESULT ClientToData(int32_t px, int32_t py, double*, double*) override { return Note("ClientToData", px, py); }
-    HRESULT GetImageRect(PixelRect*) override { return Note("GetImageRect"); }
+    HRESULT GetImageRect(PixelRect* rect) override {
+        if (rect) *rect = imageRect;
+        return Note("GetImageRect");
+    }
+    PixelRect imageRect{10, 10, 110, 110};
     HRESULT SetImageVisible(bool visible) override { return Note("SetImageVisible", visible); }
     HRESULT ClearOverlay() override { return Note("ClearOverlay"); }
     HRESULT AddOverlayLines(uint32_t count, const double*, uint32_t color, OverlayStroke, float, bool) override {
@@ -143,7 +154,9 @@ public:
     HRESULT SetLayerVisible(int32_t layer, bool visible) override { return Note("SetLayerVisible", layer, visible); }
     HRESULT SetGraphStyle(GraphStyle style) override { return Note("SetGraphStyle", style); }
     HRESULT ReleaseGrid() override { return Note("ReleaseGrid"); }
-    HRESULT ProjectPoint(double x, double y, double z, int32_t*, int32_t*) override {
+    HRESULT ProjectPoint(double x, double y, double z, int32_t* px, int32_t* py) override {
+        if (px) *px = static_cast<int32_t>(std::lround(x));
+        if (py) *py = static_cast<int32_t>(std::lround(y));
         return Note("ProjectPoint", x, y, z);
     }
     HRESULT SetPointStyle(PointStyle style, float size) override { return Note("SetPointStyle", style, size); }

@@ -337,19 +337,47 @@ HRESULT Device2D::GetVisibleRange(DataRect* range) {
 
 int32_t Device2D::QueryTextMarkup() { return 0; }
 
+// While the section is shown the mapping is the section plot's: horizontal
+// the running axis (Y for the Y-Z plane, X for the X-Z plane), vertical the
+// value, as RenderSection draws them.
+Device2D::SectionFrame Device2D::SectionMapping() const {
+    FlatLayout plotLayout = layout_;
+    plotLayout.SetColorBarVisible(false);
+    const DataRect v = layout_.VisibleRange();
+    const bool alongY = section_.mode == 1;
+    SectionFrame f{plotLayout.ImageRect(), alongY ? v.yMin : v.xMin, alongY ? v.yMax : v.xMax, extent_.zMin,
+                   extent_.zMax};
+    if (f.zHi <= f.zLo) f.zLo -= 0.5, f.zHi += 0.5;
+    return f;
+}
+
 HRESULT Device2D::DataToClient(double x, double y, int32_t* px, int32_t* py) {
     if (!px || !py) return E_POINTER;
-    return layout_.DataToClient(x, y, *px, *py) ? S_OK : S_FALSE;
+    if (!InSection()) return layout_.DataToClient(x, y, *px, *py) ? S_OK : S_FALSE;
+    const SectionFrame f = SectionMapping();
+    const double h = f.plot.left + (x - f.lo) / (f.hi - f.lo) * (f.plot.right - f.plot.left);
+    const double v = f.plot.bottom - (y - f.zLo) / (f.zHi - f.zLo) * (f.plot.bottom - f.plot.top);
+    if (!std::isfinite(h) || !std::isfinite(v)) return E_INVALIDARG;
+    *px = static_cast<int32_t>(std::floor(std::clamp(h, -1e9, 1e9)));
+    *py = static_cast<int32_t>(std::floor(std::clamp(v, -1e9, 1e9)));
+    const bool inside = *px >= f.plot.left && *px < f.plot.right && *py >= f.plot.top && *py < f.plot.bottom;
+    return inside ? S_OK : S_FALSE;
 }
 
 HRESULT Device2D::ClientToData(int32_t px, int32_t py, double* x, double* y) {
     if (!x || !y) return E_POINTER;
-    return layout_.ClientToData(px, py, *x, *y) ? S_OK : S_FALSE;
+    if (!InSection()) return layout_.ClientToData(px, py, *x, *y) ? S_OK : S_FALSE;
+    const SectionFrame f = SectionMapping();
+    if (f.plot.right <= f.plot.left || f.plot.bottom <= f.plot.top) return S_FALSE;
+    *x = f.lo + (px + 0.5 - f.plot.left) / (f.plot.right - f.plot.left) * (f.hi - f.lo);
+    *y = f.zLo + (f.plot.bottom - (py + 0.5)) / (f.plot.bottom - f.plot.top) * (f.zHi - f.zLo);
+    const bool inside = px >= f.plot.left && px < f.plot.right && py >= f.plot.top && py < f.plot.bottom;
+    return inside ? S_OK : S_FALSE;
 }
 
 HRESULT Device2D::GetImageRect(PixelRect* rect) {
     if (!rect) return E_POINTER;
-    *rect = layout_.ImageRect();
+    *rect = InSection() ? SectionMapping().plot : layout_.ImageRect();
     return S_OK;
 }
 

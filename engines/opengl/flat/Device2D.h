@@ -107,6 +107,14 @@ private:
     // The axis with round ticks over [lo, hi] filled in when it was given none.
     FlatAxis WithTicks(const FlatAxis& axis, double lo, double hi) const;
     bool HasGrid() const { return xCount_ > 0; }
+    bool InSection() const { return HasGrid() && section_.mode != 0; }
+    // The section plot in client pixels and the data ranges it spans.
+    struct SectionFrame {
+        PixelRect plot;
+        double lo, hi;    // the running axis, left to right
+        double zLo, zHi;  // the value, bottom to top
+    };
+    SectionFrame SectionMapping() const;
 
     EngineContext* engine_;
     std::unique_ptr<FlatRenderer> renderer_;

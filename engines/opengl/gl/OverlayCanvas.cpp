@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace vexplot {
 
@@ -37,12 +36,11 @@ void OverlayCanvas::Blend(int32_t x, int32_t y, uint32_t color, double alpha) {
         pixel = color & 0x00FFFFFFu;
         return;
     }
-    uint32_t result = 0;
-    for (int shift = 0; shift <= 16; shift += 8) {
-        const double a = (pixel >> shift) & 0xFF, b = (color >> shift) & 0xFF;
-        result |= static_cast<uint32_t>(std::lround(a + (b - a) * alpha)) << shift;
-    }
-    pixel = result;
+    // Fixed point in 1/256: the overlay is drawn every frame.
+    const uint32_t a = static_cast<uint32_t>(alpha * 256.0 + 0.5), keep = 256 - a;
+    const uint32_t rb = ((pixel & 0xFF00FFu) * keep + (color & 0xFF00FFu) * a) >> 8;
+    const uint32_t g = ((pixel & 0x00FF00u) * keep + (color & 0x00FF00u) * a) >> 8;
+    pixel = (rb & 0xFF00FFu) | (g & 0x00FF00u);
 }
 
 double OverlayCanvas::SceneDepth(int32_t x, int32_t y) const {
@@ -71,7 +69,9 @@ void OverlayCanvas::Line(double x0, double y0, double z0, double x1, double y1, 
     const double w = std::max(1.0, static_cast<double>(width) * ratio_);
     const double half = w / 2.0;
     const double dx = x1 - x0, dy = y1 - y0;
-    const double length = std::hypot(dx, dy);
+    const double length = std::sqrt(dx * dx + dy * dy);
+    const double inverseSquared = length > 0 ? 1.0 / (length * length) : 0.0;
+    const double reachSquared = (half + 0.5) * (half + 0.5);
     // Keep the work bounded for segments projected far off the target.
     const double limit = 4.0 * (target_.width + target_.height);
     if (length > limit * 4) return;
@@ -91,14 +91,17 @@ void OverlayCanvas::Line(double x0, double y0, double z0, double x1, double y1, 
         const double hi = std::min(alongX ? bottom : right, std::ceil(minor + half + 1));
         for (double m = lo; m < hi; ++m) {
             const double px = alongX ? centre : m + 0.5, py = alongX ? m + 0.5 : centre;
-            // Distance to the segment, and where along it the pixel lies.
-            double s = length > 0 ? ((px - x0) * dx + (py - y0) * dy) / (length * length) : 0.0;
+            // Distance to the segment, and where along it the pixel lies;
+            // squared first, so that most pixels of the band cost no root.
+            double s = length > 0 ? ((px - x0) * dx + (py - y0) * dy) * inverseSquared : 0.0;
             s = std::clamp(s, 0.0, 1.0);
-            const double d = std::hypot(px - (x0 + s * dx), py - (y0 + s * dy));
-            const double coverage = std::clamp(half + 0.5 - d, 0.0, 1.0);
-            if (coverage <= 0 || !StrokeOn(stroke, s * length, w)) continue;
+            const double ex = px - (x0 + s * dx), ey = py - (y0 + s * dy);
+            const double squared = ex * ex + ey * ey;
+            if (squared >= reachSquared) continue;
+            const double coverage = std::min(1.0, half + 0.5 - std::sqrt(squared));
+            if (coverage <= 0 || (stroke != OverlayStroke::Solid && !StrokeOn(stroke, s * length, w))) continue;
             const auto ix = static_cast<int32_t>(px), iy = static_cast<int32_t>(py);
-            if (!PixelVisible(ix, iy, z0 + s * (z1 - z0))) continue;
+            if (depth_ && !PixelVisible(ix, iy, z0 + s * (z1 - z0))) continue;
             Blend(ix, iy, color, coverage);
         }
     }
@@ -147,11 +150,18 @@ void OverlayCanvas::Symbol(double x, double y, double z, PointStyle symbol, floa
     };
     switch (symbol) {
     case PointStyle::Circle: {
-        constexpr int kSegments = 24;
-        for (int i = 0; i < kSegments; ++i) {
-            const double a = 2 * std::numbers::pi * i / kSegments, b = 2 * std::numbers::pi * (i + 1) / kSegments;
-            line(std::cos(a), std::sin(a), std::cos(b), std::sin(b));
-        }
+        // A ring: coverage by the distance from the circle, pixel by pixel.
+        const double halfWidth = std::max(1.0, w * ratio_) / 2.0;
+        const auto x0 = static_cast<int32_t>(std::floor(x - h - halfWidth - 1));
+        const auto y0 = static_cast<int32_t>(std::floor(y - h - halfWidth - 1));
+        const auto x1 = static_cast<int32_t>(std::ceil(x + h + halfWidth + 1));
+        const auto y1 = static_cast<int32_t>(std::ceil(y + h + halfWidth + 1));
+        for (int32_t py = y0; py < y1; ++py)
+            for (int32_t px = x0; px < x1; ++px) {
+                const double d = std::fabs(std::hypot(px + 0.5 - x, py + 0.5 - y) - h);
+                const double coverage = std::min(1.0, halfWidth + 0.5 - d);
+                if (coverage > 0 && (!depth_ || PixelVisible(px, py, z))) Blend(px, py, color, coverage);
+            }
         break;
     }
     case PointStyle::Square:

@@ -1,6 +1,7 @@
 #include "control/AboutLogic.h"
 #include "control/KeyboardMapLogic.h"
 #include "qt/dialogs/AboutDialog.h"
+#include "qt/dialogs/AnnotationPropertiesDialog.h"
 #include "qt/dialogs/DataEditorDialog.h"
 #include "qt/dialogs/ExportSizeDialog.h"
 #include "qt/dialogs/KeyboardMapDialog.h"
@@ -18,6 +19,10 @@ namespace vexplot {
 
 // One entry per dialog, keyed by its logic's DialogName.
 void AddBuiltInDialogs(QtDialogRegistry& registry) {
+    registry.AddModal("MarkerProperties", &AnnotationPropertiesDialog::RunMarker);
+    registry.AddModal("RegionProperties", &AnnotationPropertiesDialog::RunRegion);
+    registry.AddModal("DiffTracerProperties", &AnnotationPropertiesDialog::RunDiffTracer);
+    registry.AddModal("LabelProperties", &AnnotationPropertiesDialog::RunLabel);
     registry.AddModal(std::string(ExportSizeChooser::kName), &ExportSizeDialog::Run);
     registry.AddModal(std::string(ControlPropertySheet::kName), &PropertySheetDialog::Run);
     registry.AddModal(std::string(CMessageBoxExt::kName), &MessageBoxExtDialog::Run);
