@@ -59,7 +59,9 @@ if [ "$deb" = "--deb" ]; then
   (cd "$build" && cpack -G DEB -B "$scratch/deb" >/dev/null)
   package=$(ls "$scratch"/deb/vexplot_*.deb)
   dpkg -i "$package" >/dev/null
-  (cd / && /usr/bin/python3 -c "import vexplot; print('check-install: python3 imports vexplot', vexplot.__version__, 'from', vexplot.__file__)")
+  # Its first control registers the packaged engine and runs on it.
+  (cd / && /usr/bin/python3 -c "import vexplot; c = vexplot.Control(settings='memory'); assert c.ready
+print('check-install: python3 imports vexplot', vexplot.__version__, 'from', vexplot.__file__)")
   vexplot --version
   dpkg -r vexplot >/dev/null
   if [ -e /usr/bin/vexplot ] || [ -e /usr/lib/vexplot ] || [ -e /usr/lib/python3/dist-packages/vexplot ] \
