@@ -31,21 +31,6 @@ class FileCommandTest(unittest.TestCase):
         self.assertEqual(other.GetGraphMode(), 1)
         self.assertEqual(other.GetXRange(), (True, 0.0, 5.0))
 
-    def test_cancelled_dialogs_and_bad_files_change_nothing(self):
-        self.ctl.CopyArrayData(np.ones((3, 3)))
-        errors = []
-        self.ctl.on("Error", lambda *args: errors.append(args[1]))
-        self.ctl.answer_file_dialogs(None)
-        self.assertTrue(self.ctl.command(vexplot.Command.LoadVexplot))  # cancelled
-        junk = os.path.join(self.dir.name, "junk.vxg")
-        with open(junk, "wb") as f:
-            f.write(b"\x00\x00\x09\x00 not a plot")
-        self.ctl.answer_file_dialogs(junk)
-        self.ctl.command(vexplot.Command.LoadVexplot)
-        self.assertEqual(len(errors), 1)
-        self.assertIn("newer version of Vexplot", errors[0])
-        self.assertEqual(self.ctl.GetXRange(), (True, 0.0, 2.0))
-
     def test_external_resampling_hands_over_the_visible_range(self):
         got = []
         self.ctl.on("Resample", lambda *r: got.append(r))
