@@ -4,6 +4,20 @@
 
 namespace vexplot {
 
+namespace {
+
+// "Zoom tool", "Label, Marker and Region tools"; "Everywhere" for keys every
+// tool handles (an empty name).
+std::string ToolsText(const std::vector<std::string>& names) {
+    if (names.front().empty()) return "Everywhere";
+    std::string text;
+    for (size_t n = 0; n < names.size(); ++n)
+        text += (n == 0 ? "" : n + 1 == names.size() ? " and " : ", ") + names[n];
+    return text + (names.size() == 1 ? " tool" : " tools");
+}
+
+}  // namespace
+
 KeyboardMapLogic::KeyboardMapLogic() {
     for (const CommandTable::Accelerator& a : CommandTable::Accelerators())
         rows_.push_back({CommandTable::KeyText(a.key, a.modifiers), CommandTable::CommandName(a.command),
@@ -20,17 +34,7 @@ KeyboardMapLogic::KeyboardMapLogic() {
         rows_.push_back({keys, std::string(k.action), {}, 0});
         tools.push_back({tool});
     }
-    for (size_t i = 0; i < tools.size(); ++i) {
-        const std::vector<std::string>& names = tools[i];
-        std::string& where = rows_[rows_.size() - tools.size() + i].where;
-        if (names.front().empty()) {
-            where = "Everywhere";
-            continue;
-        }
-        for (size_t n = 0; n < names.size(); ++n)
-            where += (n == 0 ? "" : n + 1 == names.size() ? " and " : ", ") + names[n];
-        where += names.size() == 1 ? " tool" : " tools";
-    }
+    for (size_t i = 0; i < tools.size(); ++i) rows_[rows_.size() - tools.size() + i].where = ToolsText(tools[i]);
 }
 
 std::string KeyboardMapLogic::Text() const {
