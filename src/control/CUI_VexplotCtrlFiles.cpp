@@ -148,12 +148,12 @@ void CUI_VexplotCtrl::SaveDataCommand() {
 bool CUI_VexplotCtrl::LoadPaletteFile(const std::string& path, std::string* error) {
     std::string text;
     std::string reason;
-    if (!ReadText(path, &text, &reason)) {
-    } else if (text.size() > static_cast<size_t>(kMaxPaletteBytes) || !PaletteFile::LooksLikePalette(text)) {
+    if (ReadText(path, &text, &reason)) {
+        if (text.size() <= static_cast<size_t>(kMaxPaletteBytes) && PaletteFile::LooksLikePalette(text)) {
+            SetPaletteFile(path);
+            return true;
+        }
         reason = "\"" + path + "\" is not a palette file (one \"red,green,blue\" line per colour).";
-    } else {
-        SetPaletteFile(path);
-        return true;
     }
     if (error) *error = reason;
     return false;

@@ -17,7 +17,7 @@ public:
     struct Row {
         std::string keys;     // "Ctrl+Alt+O"
         std::string action;   // "Load Vexplot"
-        std::string where;    // "Everywhere", or the tool that listens: "Zoom tool"
+        std::string where;    // "Everywhere", or the tools that listen: "Zoom tool"
         int32_t command = 0;  // the accelerator's command; 0 for a tool key
     };
 

@@ -12,6 +12,8 @@ namespace vexplot {
 namespace {
 
 ScreenMode PrimaryScreenMode() {
+    // Headless controls of a process whose Qt application has gone.
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return {};
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (!screen) return {};
     const QSize size = screen->size();

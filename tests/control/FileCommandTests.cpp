@@ -5,7 +5,6 @@
 
 #include "ControlFixture.h"
 #include "com/ConnectionPoint.h"
-#include "control/AboutLogic.h"
 #include "control/CommandIds.h"
 #include "dataobject/GraphDataFactory.h"
 #include "support/ArchiveBytes.h"
@@ -84,6 +83,7 @@ TEST_F(FileCommands, PlotsThatCannotBeLoadedOrSavedAreToldAndChangeNothing) {
 }
 
 TEST_F(FileCommands, LoadDataAsksWhetherToReplaceAndNeverLosesTheOldDataOnAFailure) {
+    EXPECT_FALSE(control->CommandState(cmd::kSaveData).enabled);  // nothing to save yet
     ShowGrid(4, 3);
     ASSERT_TRUE(Run(cmd::kSaveData, dir / "grid.3do"));
     ASSERT_EQ(site.fileRequests.back().filter, "3DO file (*.3do)");
@@ -105,12 +105,6 @@ TEST_F(FileCommands, LoadDataAsksWhetherToReplaceAndNeverLosesTheOldDataOnAFailu
     EXPECT_EQ(GraphCount(), 2);
     EXPECT_NE(control->GetGraphObjects()->Active(), old);
     EXPECT_EQ(control->GetGraphObjects()->Active()->GetGeometry().xCount, 4);
-}
-
-TEST_F(FileCommands, SaveDataIsOnlyOfferedWithAGraphObject) {
-    EXPECT_FALSE(control->CommandState(cmd::kSaveData).enabled);
-    EXPECT_FALSE(Run(cmd::kSaveData, dir / "none.3do"));
-    EXPECT_TRUE(site.fileRequests.empty());
 }
 
 TEST_F(FileCommands, PaletteFilesRoundTripAndAFileThatIsNoPaletteKeepsTheColours) {
@@ -176,23 +170,6 @@ TEST_F(ResampleCommand, AsksAsTheRangeRequiresAndFiresOnlyWithARange) {
     control->DoCommand(cmd::kExternalResampling);
     EXPECT_TRUE(site.messages.empty());  // a zoomed range needs no question
     EXPECT_EQ(Fired(), (std::vector<double>{1, 3, 1, 2}));
-}
-
-TEST_F(FileCommands, AboutBoxNamesTheVersionEngineRendererAndSettingsStore) {
-    std::vector<std::pair<std::string, std::string>> lines;
-    site.dialogAnswer = [&](IDialogLogic& dialog) {
-        lines = static_cast<AboutLogic&>(dialog).Lines();
-        return kAnswerOk;
-    };
-    ASSERT_TRUE(control->DoCommand(cmd::kAbout));
-    ASSERT_EQ(site.dialogs, std::vector<std::string>{"About"});
-    const CUI_VexplotCtrl::AboutInfo info = control->About();
-    EXPECT_FALSE(info.version.empty());
-    EXPECT_NE(info.version, "unknown");
-    EXPECT_EQ(lines, (std::vector<std::pair<std::string, std::string>>{{"Version", info.version},
-                                                                        {"Graph engine", "OpenGL"},
-                                                                        {"Renderer", "unknown"},
-                                                                        {"Settings", store->Path()}}));
 }
 
 }  // namespace

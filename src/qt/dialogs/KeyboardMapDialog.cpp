@@ -32,7 +32,7 @@ KeyboardMapDialog::KeyboardMapDialog(const KeyboardMapLogic& logic, QWidget* par
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(table);
     layout->addWidget(buttons);
-    resize(600, 620);
+    resize(600, 500);
 }
 
 int32_t KeyboardMapDialog::Run(IDialogLogic& logic, QWidget* parent) {
