@@ -1,5 +1,7 @@
 #include "RegisterCommand.h"
 
+#include <dlfcn.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -7,6 +9,7 @@
 #include <vector>
 
 #include "com/ClassRegistry.h"
+#include "com/IClassFactory.h"
 #include "engine/EngineClasses.h"
 #include "settings/CRegistryKey.h"
 
@@ -43,6 +46,35 @@ std::string FindPlugin(int argc, char** argv) {
     return {};
 }
 
+// Loads `plugin` and asks it for the engine's class factory, as the control
+// will: a file that is no plug-in of this engine (any readable file would
+// pass a mere existence check) is refused with the loader's reason.
+bool CheckPlugin(const std::string& plugin) {
+    void* library = dlopen(plugin.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        const char* reason = dlerror();
+        std::fprintf(stderr, "vexplot register: %s is not a loadable plug-in: %s\n", plugin.c_str(),
+                     reason ? reason : "unknown reason");
+        return false;
+    }
+    const auto entry = reinterpret_cast<GetClassObjectFunction>(dlsym(library, kPluginEntryPoint));
+    bool ok = false;
+    if (!entry) {
+        std::fprintf(stderr, "vexplot register: %s is a library but not a Vexplot engine plug-in (it has no %s)\n",
+                     plugin.c_str(), kPluginEntryPoint);
+    } else {
+        ComPtr<IClassFactory> factory;
+        const HRESULT hr = entry(&CLSID_OpenGLEngine, &IClassFactory::kIid, factory.ReleaseAndGetVoidAddress());
+        ok = SUCCEEDED(hr) && factory;
+        if (!ok)
+            std::fprintf(stderr, "vexplot register: %s does not provide the OpenGL engine (%s)\n", plugin.c_str(),
+                         HResultText(hr).c_str());
+    }
+    // The factory goes before its code does.
+    dlclose(library);
+    return ok;
+}
+
 }  // namespace
 
 int RunRegisterCommand(int argc, char** argv) {
@@ -51,7 +83,7 @@ int RunRegisterCommand(int argc, char** argv) {
         return 2;
     }
     const std::string plugin = FindPlugin(argc, argv);
-    if (plugin.empty()) return 1;
+    if (plugin.empty() || !CheckPlugin(plugin)) return 1;
     const std::string clsid = CLSID_OpenGLEngine.ToString();
     const std::string record = InprocServerKey(CLSID_OpenGLEngine);
 

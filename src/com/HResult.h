@@ -55,6 +55,7 @@ inline constexpr HRESULT DISP_E_NOTACOLLECTION = MakeHResult(0x80020011);
 // Errors the control reports to its host through its Error event.
 inline constexpr HRESULT CTL_E_ILLEGALFUNCTIONCALL = MakeHResult(0x800A0005);
 inline constexpr HRESULT CTL_E_INVALIDPROPERTYVALUE = MakeHResult(0x800A017C);
+inline constexpr HRESULT CTL_E_FILENOTFOUND = MakeHResult(0x800A0035);
 
 constexpr bool SUCCEEDED(HRESULT hr) { return hr >= 0; }
 constexpr bool FAILED(HRESULT hr) { return hr < 0; }

@@ -380,6 +380,7 @@ void CUI_VexplotCtrl::FireError(HRESULT code, const char* text) {
                Variant::BoolRef(&cancelDisplay)},
               true);
     for (const ErrorListener& listener : errorListeners_) listener(code, text ? text : "");
+    lastErrorText_ = text ? text : "";
 }
 
 void CUI_VexplotCtrl::FireDataSelect(const DataRect& xy, double zMin, double zMax) {

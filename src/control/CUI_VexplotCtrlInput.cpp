@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "com/ComError.h"
+#include "com/ErrorInfo.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
 #include "control/CommandTable.h"
@@ -23,6 +24,11 @@ constexpr double kDegreesPerStepPixel = 10.0;
 // step times the distance over this many pixels.
 constexpr double kPanPixels = 250.0;
 
+// A camera step as the mouse and the navigator use it: the stored value may
+// come from another program's store or a file, so it is held to the -1 .. 1
+// the property page allows, and a value that is not a number moves nothing.
+double UsableStep(double step) { return std::isfinite(step) ? std::clamp(step, -1.0, 1.0) : 0.0; }
+
 }  // namespace
 
 HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* error) {
@@ -30,10 +36,23 @@ HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* erro
         if (error) *error = "the control has no graph engine";
         return E_UNEXPECTED;
     }
+    // A plot file brings the whole plot, not a grid of text.
+    if (IsPlotFileName(path)) {
+        const std::string before = lastErrorText_;
+        lastErrorText_.clear();
+        if (OpenPlotFile(path)) return S_OK;
+        if (error) *error = lastErrorText_.empty() ? path + " cannot be opened as a plot file" : lastErrorText_;
+        lastErrorText_ = before;
+        return STG_E_DOCFILECORRUPT;
+    }
     try {
         ComPtr<IGraphData> data = LoadGraphData(path);
+        ClearErrorInfo();
         const HRESULT hr = SetData(data.Get());
-        if (FAILED(hr) && error) *error = path + " cannot be shown (" + HResultText(hr) + ")";
+        if (FAILED(hr) && error) {
+            const std::string why = TakeErrorInfo();
+            *error = path + " cannot be shown: " + (why.empty() ? HResultText(hr) : why);
+        }
         return hr;
     } catch (const ComError& e) {
         if (error) *error = e.Description().empty() ? std::string(e.what()) : e.Description();
@@ -53,7 +72,9 @@ void CUI_VexplotCtrl::OnMouse(WindowHandle window, const MouseEvent& event) {
         case MouseEvent::Kind::Release:
             if (drag_) EndDrag();
             break;
-        case MouseEvent::Kind::Wheel: ZoomBy(std::pow(1.0 - settings_.camTranslation[2] / 3.0, event.wheelDelta / 120.0)); break;
+        case MouseEvent::Kind::Wheel:
+            ZoomBy(std::pow(1.0 - UsableStep(settings_.camTranslation[2]) / 3.0, event.wheelDelta / 120.0));
+            break;
         case MouseEvent::Kind::DoubleClick:
         case MouseEvent::Kind::Leave: break;
     }
@@ -75,7 +96,8 @@ void CUI_VexplotCtrl::ContinueDrag(const MouseEvent& event) {
     if (drag_->pan)
         PanBy(dx, dy);
     else
-        TurnBy(-dx * kDegreesPerStepPixel * settings_.camRotation[1], dy * kDegreesPerStepPixel * settings_.camRotation[0]);
+        TurnBy(-dx * kDegreesPerStepPixel * UsableStep(settings_.camRotation[1]),
+               dy * kDegreesPerStepPixel * UsableStep(settings_.camRotation[0]));
 }
 
 void CUI_VexplotCtrl::EndDrag() {
@@ -108,8 +130,8 @@ void CUI_VexplotCtrl::PanBy(double dx, double dy) {
     // looks along +y with +x to the right, and azimuth turns counter-clockwise.
     const double a = azimuth * std::numbers::pi / 180.0;
     const double perPixel = distance / kPanPixels;
-    const double right = -dx * perPixel * settings_.camTranslation[0] / 0.3;
-    const double ahead = dy * perPixel * settings_.camTranslation[1] / 0.3;
+    const double right = -dx * perPixel * UsableStep(settings_.camTranslation[0]) / 0.3;
+    const double ahead = dy * perPixel * UsableStep(settings_.camTranslation[1]) / 0.3;
     center.x += right * std::cos(a) - ahead * std::sin(a);
     center.y += right * std::sin(a) + ahead * std::cos(a);
     view->SetCameraCenter(center);

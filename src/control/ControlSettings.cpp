@@ -1,10 +1,9 @@
 #include "control/ControlSettings.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <string_view>
 
 #include "settings/CRegistryKey.h"
+#include "settings/NumberText.h"
 #include "ui/LogFontRecord.h"
 
 namespace vexplot {
@@ -43,15 +42,17 @@ std::string ReadString(CRegistryKey& key, std::string_view name, const std::stri
     return fallback;
 }
 
-// A double kept as "%f" text. When missing, `inMemory` is used and
-// `written` is what the store receives (the two differ on purpose).
+// A double kept as "%f" text, read in no locale (a comma written by a
+// process under a comma locale is read as the point). When missing,
+// `inMemory` is used and `written` is what the store receives (the two
+// differ on purpose); text that is no number also keeps `inMemory`.
 double ReadDouble(CRegistryKey& key, std::string_view name, double inMemory, const char* written) {
     const std::string text = key.ReadString(name);
     if (text.empty()) {
         key.WriteString(name, written);
         return inMemory;
     }
-    return std::strtod(text.c_str(), nullptr);
+    return ParseDouble(text).value_or(inMemory);
 }
 
 std::string AxisName(char letter, const char* rest) { return std::string(1, letter) + "-Axis " + rest; }
