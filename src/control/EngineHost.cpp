@@ -27,7 +27,7 @@ std::string EngineHost::ReadEngineSetting() {
     return key.Open("") ? key.ReadString("Engine") : std::string();
 }
 
-void EngineHost::Discover() {
+std::string EngineHost::Discover() {
     CRegistryKey list(sink_, store_);
     std::string name;
     std::string clsid;
@@ -40,9 +40,11 @@ void EngineHost::Discover() {
         }
     }
     CRegistryKey root(sink_, store_);
-    if (!root.Open("")) return;
-    root.WriteString("EngineName", name);
-    root.WriteString("Engine", clsid);
+    if (root.Open("")) {
+        root.WriteString("EngineName", name);
+        root.WriteString("Engine", clsid);
+    }
+    return clsid;
 }
 
 bool EngineHost::TryCreate(const std::string& clsidText) {
@@ -67,11 +69,10 @@ std::string EngineHost::ChooseAnother() {
     const std::optional<EngineEntry> choice = site_.ChooseEngine(engines);
     if (!choice) throw EngineStartError();
     CRegistryKey root(sink_, store_);
-    if (root.Open("")) {
-        root.WriteString("Engine", choice->clsidText);
-        root.WriteString("EngineName", choice->name);
-    }
-    return ReadEngineSetting();
+    const bool written = root.Open("") && root.WriteString("Engine", choice->clsidText) == 0;
+    if (written) root.WriteString("EngineName", choice->name);
+    // Unwritten, the setting would still name the engine that just failed.
+    return written ? ReadEngineSetting() : choice->clsidText;
 }
 
 void EngineHost::Show(const std::string& text) { site_.MessageBox(text, kCaption, MessageButtons::Ok); }
@@ -86,8 +87,11 @@ void EngineHost::Create(const Binding& binding) {
     Release();
     std::string clsid = ReadEngineSetting();
     if (clsid.empty()) {
-        Discover();
+        const std::string discovered = Discover();
         clsid = ReadEngineSetting();
+        // A store that could not take the setting (locked, read-only) still
+        // lets this run use the engine it found.
+        if (clsid.empty()) clsid = discovered;
     }
     // An engine that cannot be created, or whose rendering context cannot
     // be set up, is the same failure to the user: choose another one.

@@ -19,8 +19,13 @@ namespace {
 
 constexpr const char* kMemoryPath = ":memory:";
 // Long enough that a burst of writers from several processes queue up rather
-// than fail; a write that still cannot get the lock reports kLockViolation.
-constexpr int kBusyTimeoutMs = 10000;
+// than fail (each holds the lock for milliseconds), short enough that a
+// store another process keeps locked costs a host one short pause; a write
+// that still cannot get the lock reports kLockViolation.
+constexpr int kBusyTimeoutMs = 2000;
+// Opening waits longer: a process switching a new file to WAL mode holds it
+// exclusively, and a store that fails to open stays unusable.
+constexpr int kOpenBusyTimeoutMs = 10000;
 // Reads wait much less: a reader in WAL mode only meets a lock when another
 // process holds the database exclusively, and then the value reads as
 // missing (the default) rather than stalling the host.
@@ -175,7 +180,7 @@ bool SettingsStore::OpenDatabase() {
         Fail(result, "cannot be opened");
         return false;
     }
-    sqlite3_busy_timeout(db_, kBusyTimeoutMs);
+    sqlite3_busy_timeout(db_, kOpenBusyTimeoutMs);
     if (!CheckIsSettingsDatabase()) {
         return false;
     }
@@ -243,7 +248,7 @@ bool SettingsStore::EnableWal() {
     // not wait through the busy handler: another process opening the new
     // file at the same moment makes it fail at once. So wait here instead.
     auto mode = QueryText("PRAGMA journal_mode=WAL", &result);
-    for (int waited = 0; (result & 0xff) == SQLITE_BUSY && waited < kBusyTimeoutMs;
+    for (int waited = 0; (result & 0xff) == SQLITE_BUSY && waited < kOpenBusyTimeoutMs;
          waited += kWalRetryPauseMs) {
         sqlite3_sleep(kWalRetryPauseMs);
         mode = QueryText("PRAGMA journal_mode=WAL", &result);
