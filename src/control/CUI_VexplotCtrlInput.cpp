@@ -10,7 +10,6 @@
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
 #include "control/CommandTable.h"
-#include "dataobject/GraphDataFactory.h"
 
 namespace vexplot {
 
@@ -45,19 +44,18 @@ HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* erro
         lastErrorText_ = before;
         return STG_E_DOCFILECORRUPT;
     }
-    try {
-        ComPtr<IGraphData> data = LoadGraphData(path);
-        ClearErrorInfo();
-        const HRESULT hr = SetData(data.Get());
-        if (FAILED(hr) && error) {
-            const std::string why = TakeErrorInfo();
-            *error = path + " cannot be shown: " + (why.empty() ? HResultText(hr) : why);
-        }
-        return hr;
-    } catch (const ComError& e) {
-        if (error) *error = e.Description().empty() ? std::string(e.what()) : e.Description();
-        return e.Code();
+    // The graph object loads the file into a data object of its own.
+    ClearErrorInfo();
+    const HRESULT hr = DataCall([&] {
+        ShowGraph(graphs_->AddFromFile(path, this, settings_.dataFlag, true));
+    });
+    if (FAILED(hr) && error) {
+        std::string why = TakeErrorInfo();
+        if (why.empty()) why = HResultText(hr);
+        // The loader's texts name the file already.
+        *error = why.find(path) != std::string::npos ? why : path + " cannot be shown: " + why;
     }
+    return hr;
 }
 
 // -- mouse --

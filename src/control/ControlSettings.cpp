@@ -147,9 +147,11 @@ void ControlSettings::ReadInfo(MessageSink* sink, const std::shared_ptr<Settings
     info.backColor = ReadColor(key, "InfoBackgroundColor", info.backColor);
     static constexpr const char* kItems[] = {"CurrPosVisible",   "MarkerVisible", "TracerVisible",
                                              "DiffTracerVisible", "RegionVisible", "ZoomVisible"};
+    // As the info window reads them itself: only exactly 1 shows a kind
+    // (a stored 2 hides it), and a missing value is written as 1.
     info.itemBits = 0;
     for (uint32_t i = 0; i < 6; ++i)
-        if (ReadBool(key, kItems[i], true)) info.itemBits |= 1u << i;
+        if (ReadInt(key, kItems[i], 1) == 1) info.itemBits |= 1u << i;
     info.transparent = ReadBool(key, "Transparent", false);
     const int32_t visible = key.ReadInt("Visible");  // not written back when missing
     info.visible = visible != -1 && visible != 0;
