@@ -76,7 +76,8 @@ bool DescribeDataFile(const char* path) {
     } catch (const ComError& e) {
         // The loader's own description names the file and the fault; the
         // result code only matters when there is none.
-        std::fprintf(stderr, "vexplot: %s\n", ForTerminal(e.Description().empty() ? e.what() : e.Description()).c_str());
+        const std::string why = e.Description().empty() ? HResultWords(e.Code()) : e.Description();
+        std::fprintf(stderr, "vexplot: %s\n", ForTerminal(why).c_str());
     } catch (const std::exception& e) {
         std::fprintf(stderr, "vexplot: %s: %s\n", ForTerminal(path).c_str(), ForTerminal(e.what()).c_str());
     }

@@ -11,12 +11,11 @@
 #include <string_view>
 #include <vector>
 
-#include "com/ComError.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/HeadlessSite.h"
 #include "control/ImageFile.h"
-#include "dataobject/GraphDataFactory.h"
 #include "settings/NumberText.h"
+#include "TerminalText.h"
 
 namespace vexplot {
 
@@ -170,26 +169,21 @@ void ApplyStyle(CUI_VexplotCtrl& control, const std::string& style) {
     }
 }
 
-// Loads the data file and shows it; 0, or the command's exit status.
+// Loads the data file and shows it, as a viewer opens one; 0, or the
+// command's exit status.
 int ShowData(CUI_VexplotCtrl& control, const Options& o) {
-    ComPtr<IGraphData> data;
-    try {
-        data = LoadGraphData(o.data);
-    } catch (const ComError& e) {
-        std::fprintf(stderr, "vexplot render: %s\n", e.Description().empty() ? e.what() : e.Description().c_str());
-        return 1;
-    }
-    if (const HRESULT hr = control.SetData(data.Get()); FAILED(hr)) {
-        std::fprintf(stderr, "vexplot render: %s cannot be shown (0x%08X)\n", o.data.c_str(), static_cast<unsigned>(hr));
-        return 1;
-    }
-    return 0;
+    std::string error;
+    if (SUCCEEDED(control.LoadDataFile(o.data, &error))) return 0;
+    std::fprintf(stderr, "vexplot render: %s\n", ForTerminal(error).c_str());
+    return 1;
 }
 
 int Render(const Options& o, HeadlessSite& site) {
     ComPtr<CUI_VexplotCtrl> control = MakeComObject<CUI_VexplotCtrl>();
     control->OnError([](HRESULT code, const std::string& text) {
-        std::fprintf(stderr, "vexplot render: error 0x%08X: %s\n", static_cast<unsigned>(code), text.c_str());
+        // The text says what went wrong; the code is for a bug report.
+        std::fprintf(stderr, "vexplot render: %s (code 0x%08X)\n", ForTerminal(text).c_str(),
+                     static_cast<unsigned>(code));
     });
     if (!control->Create(site, {0, 0, o.width, o.height})) {
         std::fprintf(stderr, "vexplot render: no graph engine could be started; run `vexplot register` first\n");

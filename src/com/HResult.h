@@ -62,5 +62,8 @@ constexpr bool FAILED(HRESULT hr) { return hr < 0; }
 
 // "0x80004003 (E_POINTER: invalid pointer)" style text for messages.
 std::string HResultText(HRESULT hr);
+// The meaning alone, in words, for a message a person reads ("disk full");
+// a code without a known meaning reads "error 0x80004005".
+std::string HResultWords(HRESULT hr);
 
 }  // namespace vexplot

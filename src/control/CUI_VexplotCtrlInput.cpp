@@ -51,7 +51,7 @@ HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* erro
     });
     if (FAILED(hr) && error) {
         std::string why = TakeErrorInfo();
-        if (why.empty()) why = HResultText(hr);
+        if (why.empty()) why = HResultWords(hr);
         // The loader's texts name the file already.
         *error = why.find(path) != std::string::npos ? why : path + " cannot be shown: " + why;
     }

@@ -209,7 +209,8 @@ void CUI_VexplotCtrl::ReportStateFailure(const std::string& where, bool loading,
         std::string detail = error.what();
         if (const auto* com = dynamic_cast<const ComError*>(&error)) {
             code = com->Code();
-            if (!com->Description().empty()) detail = com->Description();
+            // Words for a person, never a bare code or an interface's GUID.
+            detail = com->Description().empty() ? HResultWords(code) : com->Description();
         } else if (dynamic_cast<const std::bad_alloc*>(&error)) {
             code = E_OUTOFMEMORY;
             detail = "out of memory";

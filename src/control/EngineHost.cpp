@@ -1,9 +1,12 @@
 #include "control/EngineHost.h"
 
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "com/ClassRegistry.h"
+#include "com/ErrorInfo.h"
 #include "com/Guid.h"
 #include "site/IControlSite.h"
 #include "control/StringTable.h"
@@ -51,7 +54,11 @@ bool EngineHost::TryCreate(const std::string& clsidText) {
     const std::optional<CLSID> clsid = GUID::Parse(clsidText);
     if (!clsid) return false;
     HRESULT hr = S_OK;
+    ClearErrorInfo();
     ComPtr<IGraphEngine> engine = CreateInstance<IGraphEngine>(*clsid, CLSCTX_INPROC_SERVER, &hr);
+    // The loader's reason (a missing library, a symbol it lacks) goes into
+    // the message that follows, so the user can act on it.
+    loadFailure_ = FAILED(hr) || !engine ? TakeErrorInfo() : std::string();
     if (FAILED(hr) || !engine) return false;
     engine_ = std::move(engine);
     return true;
@@ -100,7 +107,8 @@ void EngineHost::Create(const Binding& binding) {
             if (SUCCEEDED(engine_->Initialize())) break;
             engine_.Reset();
         }
-        Show(StringTable::Get(StringTable::kEngineNotInitialized));
+        const std::string reason = std::exchange(loadFailure_, std::string());
+        Show(StringTable::Get(StringTable::kEngineNotInitialized) + (reason.empty() ? "" : "\n\n" + reason + "."));
         try {
             clsid = ChooseAnother();
         } catch (const EngineStartError&) {

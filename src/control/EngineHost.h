@@ -89,6 +89,7 @@ private:
     ComPtr<IGraphEngine> engine_;
     ComPtr<IGraphDevice2D> device_;
     ComPtr<IGraphView3D> view_;
+    std::string loadFailure_;  // why the last engine could not be created, in words
     std::string engineName_;
 };
 
