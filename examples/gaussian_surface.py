@@ -20,9 +20,11 @@ def main():
     # z[row, column] = z[y, x]: rows run along Y, columns along X.
     z = np.exp(-(x[np.newaxis, :] ** 2 + y[:, np.newaxis] ** 2))
 
-    ctl = vexplot.Control(width=800, height=600)
+    # A store of its own: the labels and camera set here stay with this job
+    # instead of becoming the user's defaults.
+    ctl = vexplot.Control(width=800, height=600, settings="memory")
     if not ctl.ready:
-        sys.exit("no graph engine: run `vexplot register` first")
+        sys.exit("no graph engine: run `vexplot register PLUGIN` first")
     ctl.CopyArrayData(z)
     ctl.CopyAxisScaleData(0, x)  # X scale: the columns' coordinates
     ctl.CopyAxisScaleData(1, y)  # Y scale: the rows' coordinates

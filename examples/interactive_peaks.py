@@ -21,7 +21,9 @@ def peaks(n):
 
 
 def main():
-    ctl = vexplot.Control(width=900, height=650, show=True)
+    # The user's own settings: what the user changes in the window is kept
+    # for the next plot, as in the viewer.
+    ctl = vexplot.Control(width=900, height=650, show=True, settings="user")
     ctl.on("DataSelect", lambda *box: print("selected x %.2f..%.2f  y %.2f..%.2f  z %.2f..%.2f" % box))
     ctl.on("Error", lambda number, text, *rest: print("error:", text))
     ctl.CopyArrayData(peaks(200))

@@ -17,9 +17,11 @@ def main():
     r = np.hypot(x, y)
     z = np.cos(r) * np.exp(-r / 5.0)
 
-    with vexplot.Control() as ctl:
+    # Stores of their own: the background and bars set here go into the
+    # plot file, not into the user's defaults.
+    with vexplot.Control(settings="memory") as ctl:
         if not ctl.ready:
-            sys.exit("no graph engine: run `vexplot register` first")
+            sys.exit("no graph engine: run `vexplot register PLUGIN` first")
         errors = []
         ctl.on("Error", lambda number, text, *rest: errors.append(text))
         ctl.CopyArrayData(z)
@@ -28,7 +30,7 @@ def main():
         if not ctl.SaveSerialize(out):
             sys.exit(f"{out} could not be written: {errors}")
 
-    with vexplot.Control() as copy:
+    with vexplot.Control(settings="memory") as copy:
         copy.open_plot(out)  # LoadSerialize reads only into a control that saved to a file itself
         ok, zmin, zmax = copy.GetZRange()
         if not ok:

@@ -11,9 +11,8 @@
 #include "EventLoop.h"
 #include "PyControl.h"
 #include "automation/TypeLibEnums.h"
-#include "com/ClassRegistry.h"
-#include "engine/EngineClasses.h"
-#include "settings/CRegistryKey.h"
+#include "vexplot/EngineSetup.h"
+#include "vexplot/Version.h"
 
 namespace py = pybind11;
 using namespace vexplot;
@@ -22,21 +21,18 @@ using namespace vexplot::python;
 namespace {
 
 // Writes the OpenGL engine's class record and the engine list into the
-// settings store, as `vexplot register` does. Without a path, the plug-in
-// of the build tree this module was built in.
-std::string RegisterEngine(const std::string& path) {
+// user's settings, as `vexplot register` does. Without a path, the plug-in
+// installed with this module (or of the build tree it was built in).
+std::string RegisterEnginePlugin(const std::string& path) {
     namespace fs = std::filesystem;
     std::error_code ec;
-    const fs::path plugin = fs::absolute(path.empty() ? std::string(VEXPLOT_BUILD_ENGINE_PATH) : path, ec);
+    const fs::path plugin = fs::absolute(path.empty() ? ShippedEnginePath() : path, ec);
     if (ec || !fs::is_regular_file(plugin, ec)) {
         PyErr_SetString(PyExc_FileNotFoundError, ("no engine plug-in at " + plugin.string()).c_str());
         throw py::error_already_set();
     }
-    const std::string record = InprocServerKey(CLSID_OpenGLEngine);
-    CRegistryKey key;
-    if (!key.OpenUnder(RootKey::CurrentUser, record) || key.WriteString("", plugin.string()) != 0 ||
-        !key.Open("Engine") || key.WriteString("OpenGL", CLSID_OpenGLEngine.ToString()) != 0)
-        throw std::runtime_error("the settings store cannot be written");
+    std::string error;
+    if (!vexplot::RegisterEngine(plugin.string(), nullptr, &error)) throw std::runtime_error(error);
     return plugin.string();
 }
 
@@ -76,7 +72,8 @@ PYBIND11_MODULE(_vexplot, m) {
         });
 
     py::class_<PyControl>(m, "ControlBase")
-        .def(py::init<int, int, bool>(), py::arg("width") = 640, py::arg("height") = 480, py::arg("show") = false)
+        .def(py::init<int, int, bool, const std::string&>(), py::arg("width") = 640, py::arg("height") = 480,
+             py::arg("show") = false, py::arg("settings") = "user")
         .def_property_readonly("ready", &PyControl::Ready, "Whether the control runs with a graph engine.")
         .def_property_readonly("windowed", &PyControl::Windowed, "Whether the control lives in a window.")
         .def("dispid", &PyControl::DispId, py::arg("name"), "The dispatch id of a member (GetIDsOfNames).")
@@ -100,7 +97,8 @@ PYBIND11_MODULE(_vexplot, m) {
     m.def("process_events", &EventLoop::ProcessEvents, py::arg("milliseconds") = 0,
           "Delivers the windows' pending events; with milliseconds > 0 keeps them alive that long.");
     m.def("exec", &EventLoop::Exec, "Runs the windows' event loop until every window is closed.");
-    m.def("register_engine", &RegisterEngine, py::arg("path") = std::string(),
+    m.def("register_engine", &RegisterEnginePlugin, py::arg("path") = std::string(),
           "Registers the OpenGL engine plug-in in the settings store (as `vexplot register`).");
     m.def("_enumerations", &Enumerations);
+    m.attr("__version__") = Version();
 }

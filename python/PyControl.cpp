@@ -10,6 +10,8 @@
 #include "control/HeadlessSite.h"
 #include "control/ImageFile.h"
 #include "qt/VexplotWidget.h"
+#include "settings/SettingsStore.h"
+#include "vexplot/EngineSetup.h"
 
 namespace vexplot::python {
 
@@ -54,18 +56,36 @@ AutomationFailure Failure(DISPID id, HRESULT hr, const ExcepInfo& info, uint32_t
 
 }  // namespace
 
-PyControl::PyControl(int width, int height, bool show) {
+namespace {
+
+std::shared_ptr<SettingsStore> OpenSettings(const std::string& settings) {
+    if (settings == "user") return SettingsStore::Default();
+    if (settings == "memory") return SettingsStore::OpenUnshared(":memory:");
+    if (settings.empty()) throw py::value_error("settings must be \"user\", \"memory\" or the path of a settings file");
+    std::shared_ptr<SettingsStore> store = SettingsStore::Open(settings);
+    if (!store->IsUsable()) throw py::value_error("cannot use " + settings + " as a settings store");
+    return store;
+}
+
+}  // namespace
+
+PyControl::PyControl(int width, int height, bool show, const std::string& settings) {
     if (width < 16 || height < 16 || width > 16384 || height > 16384)
         throw py::value_error("the control's size must be 16 to 16384 pixels each way");
+    std::shared_ptr<SettingsStore> store = OpenSettings(settings);
+    // The first control of a user registers the engine installed with the
+    // module, and says so.
+    if (const EngineSetupResult engine = RegisterShippedEngine(store); !engine.message.empty())
+        PySys_WriteStderr("%s\n", engine.message.c_str());
     if (show) {
         EventLoop::EnsureApplication();
-        widget_ = std::make_unique<VexplotWidget>();
+        widget_ = std::make_unique<VexplotWidget>(nullptr, store);
         widget_->setWindowTitle("Vexplot");
         widget_->resize(width, height);
         control_ = ComPtr<CUI_VexplotCtrl>(&widget_->Control());
     } else {
         headless_ = std::make_unique<HeadlessSite>(stderr);
-        control_ = MakeComObject<CUI_VexplotCtrl>();
+        control_ = MakeComObject<CUI_VexplotCtrl>(nullptr, std::move(store));
         // The picture is the view alone, so the bars around it go and the
         // view fills the size asked for; a script may show them again.
         if (control_->Create(*headless_, {0, 0, width, height})) control_->ShowWindows(CUI_VexplotCtrl::wndAll, 0);

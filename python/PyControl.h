@@ -37,7 +37,10 @@ struct AutomationFailure {
 // automation clients reach it, with Python callbacks on its events.
 class PyControl {
 public:
-    PyControl(int width, int height, bool show);
+    // `settings` names the settings store: "user" (the user's own, whose
+    // values are the defaults of later controls), "memory" (one of this
+    // control's own that goes with it) or the path of a database file.
+    PyControl(int width, int height, bool show, const std::string& settings);
     ~PyControl();
     PyControl(const PyControl&) = delete;
     PyControl& operator=(const PyControl&) = delete;

@@ -3,7 +3,8 @@
 # the viewer, register the engine in the user's settings, render every
 # sample grid in every style into renders/ (headless), draw a plot from a
 # Python script, and then, where a
-# display exists, open the viewer on the sample data.
+# display exists, open the viewer on two samples, each a plot of its own
+# (a tab each, the first in front).
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 "$top/scripts/setup-debian.sh"
@@ -31,7 +32,8 @@ echo "run: $(ls "$out"/*.png | wc -l) pictures in $out"
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec $viewer examples/peaks.3do examples/sinc.npy
 fi
-# No display: a picture of the viewer as it would look, drawn on a virtual one.
+# No display: a picture of the viewer as it would look, drawn on a virtual one:
+# the first sample in front, the second in the tab beside it.
 xvfb-run -a -s "-screen 0 1280x1024x24" $viewer --screenshot "$out/viewer.png" --size 1100x800 \
   examples/peaks.3do examples/sinc.npy
 echo "run: the viewer as it looks on a screen: $out/viewer.png"

@@ -87,10 +87,10 @@ private:
 };
 
 // Waits until a visible view window paints, at most kPaintTimeoutMs.
-bool WaitForViewPaint(QWidget& window) {
+bool WaitForViewPaint(ViewerWindow& window) {
     QEventLoop loop;
     PaintWatcher watcher(loop);
-    for (QWidget* widget : ControlWindows(window)) {
+    for (QWidget* widget : ControlWindows(window.Plot())) {
         const auto role = static_cast<WindowRole>(RoleOf(widget));
         if (role == WindowRole::View2D || role == WindowRole::View3D) {
             widget->installEventFilter(&watcher);
@@ -122,10 +122,11 @@ QImage GrabWindow(QWidget& window) {
     return picture.toImage();
 }
 
-QJsonObject Geometry(QWidget& window, const QImage& picture) {
+// The plot in front's windows (the other tabs' are hidden with them).
+QJsonObject Geometry(ViewerWindow& window, const QImage& picture) {
     const qreal ratio = picture.devicePixelRatio();
     QJsonArray windows;
-    for (QWidget* widget : ControlWindows(window)) {
+    for (QWidget* widget : ControlWindows(window.Plot())) {
         const QRect r = PictureRect(window, *widget, ratio);
         QJsonObject entry{{"role", RoleName(RoleOf(widget))},
                           {"x", r.x()},
@@ -171,13 +172,16 @@ int RunScreenshot(ViewerWindow& window, const ModalDismisser& dismisser, const Q
     window.resize(size);
     window.show();
     if (!window.Plot().IsReady()) return 1;  // the window has said why
+    QWidget* first = nullptr;
     for (const QString& file : files) {
         QString error;
         if (!window.OpenFile(file, &error)) {
             std::fprintf(stderr, "vexplot-viewer: cannot open %s: %s\n", qPrintable(file), qPrintable(error));
             return 1;
         }
+        if (!first) first = &window.Plot();
     }
+    if (first) window.ShowPlot(*first);
     if (flatView) window.ShowFlatView(true);
     if (!WaitForViewPaint(window))
         std::fprintf(stderr, "vexplot-viewer: the view did not paint within %d ms\n", kPaintTimeoutMs);

@@ -6,31 +6,18 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
-#include <vector>
 
 #include "com/ClassRegistry.h"
 #include "com/IClassFactory.h"
 #include "engine/EngineClasses.h"
 #include "settings/CRegistryKey.h"
+#include "vexplot/EngineSetup.h"
 
 namespace vexplot {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* kLibrary = "libvexplot_opengl.so";
-
-// Where the plug-in lies relative to the program's folder: the build tree
-// (apps/vexplot/ or a flat bin folder beside engines/) or an installation.
-std::vector<fs::path> DefaultCandidates() {
-    std::error_code ec;
-    const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
-    if (ec) return {};
-    const fs::path dir = exe.parent_path();
-    return {dir / ".." / "engines" / "opengl" / kLibrary, dir / ".." / ".." / "engines" / "opengl" / kLibrary,
-            dir / ".." / "lib" / "vexplot" / kLibrary};
-}
 
 std::string FindPlugin(int argc, char** argv) {
     std::error_code ec;
@@ -40,10 +27,10 @@ std::string FindPlugin(int argc, char** argv) {
         std::fprintf(stderr, "vexplot register: no plug-in at %s\n", argv[1]);
         return {};
     }
-    for (const fs::path& candidate : DefaultCandidates())
-        if (fs::is_regular_file(candidate, ec)) return fs::weakly_canonical(candidate, ec).string();
-    std::fprintf(stderr, "vexplot register: %s not found beside the program; give its path\n", kLibrary);
-    return {};
+    std::string shipped = ShippedEnginePath();
+    if (shipped.empty())
+        std::fprintf(stderr, "vexplot register: libvexplot_opengl.so not found beside the program; give its path\n");
+    return shipped;
 }
 
 // Loads `plugin` and asks it for the engine's class factory, as the control
@@ -68,7 +55,7 @@ bool CheckPlugin(const std::string& plugin) {
         ok = SUCCEEDED(hr) && factory;
         if (!ok)
             std::fprintf(stderr, "vexplot register: %s does not provide the OpenGL engine (%s)\n", plugin.c_str(),
-                         HResultText(hr).c_str());
+                         HResultWords(hr).c_str());
     }
     // The factory goes before its code does.
     dlclose(library);
@@ -84,20 +71,14 @@ int RunRegisterCommand(int argc, char** argv) {
     }
     const std::string plugin = FindPlugin(argc, argv);
     if (plugin.empty() || !CheckPlugin(plugin)) return 1;
-    const std::string clsid = CLSID_OpenGLEngine.ToString();
-    const std::string record = InprocServerKey(CLSID_OpenGLEngine);
-
-    CRegistryKey key;
-    if (!key.OpenUnder(RootKey::CurrentUser, record) || key.WriteString("", plugin) != 0) {
-        std::fprintf(stderr, "vexplot register: cannot write %s\n", record.c_str());
+    std::string error;
+    if (!RegisterEngine(plugin, nullptr, &error)) {
+        std::fprintf(stderr, "vexplot register: %s\n", error.c_str());
         return 1;
     }
-    std::printf("HKEY_CURRENT_USER\\%s\n  (default) = %s\n", record.c_str(), plugin.c_str());
-    if (!key.Open("Engine") || key.WriteString("OpenGL", clsid) != 0) {
-        std::fprintf(stderr, "vexplot register: cannot write the engine list\n");
-        return 1;
-    }
-    std::printf("HKEY_CURRENT_USER\\%s\\Engine\n  OpenGL = %s\n", CRegistryKey::kProductPath, clsid.c_str());
+    std::printf("HKEY_CURRENT_USER\\%s\n  (default) = %s\n", InprocServerKey(CLSID_OpenGLEngine).c_str(), plugin.c_str());
+    std::printf("HKEY_CURRENT_USER\\%s\\Engine\n  OpenGL = %s\n", CRegistryKey::kProductPath,
+                CLSID_OpenGLEngine.ToString().c_str());
     return 0;
 }
 

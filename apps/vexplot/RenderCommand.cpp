@@ -15,6 +15,7 @@
 #include "control/HeadlessSite.h"
 #include "control/ImageFile.h"
 #include "settings/NumberText.h"
+#include "vexplot/EngineSetup.h"
 #include "TerminalText.h"
 
 namespace vexplot {
@@ -179,6 +180,9 @@ int ShowData(CUI_VexplotCtrl& control, const Options& o) {
 }
 
 int Render(const Options& o, HeadlessSite& site) {
+    // The first run registers the engine installed with the command.
+    if (const EngineSetupResult engine = RegisterShippedEngine(); !engine.message.empty())
+        std::fprintf(stderr, "%s\n", engine.message.c_str());
     ComPtr<CUI_VexplotCtrl> control = MakeComObject<CUI_VexplotCtrl>();
     control->OnError([](HRESULT code, const std::string& text) {
         // The text says what went wrong; the code is for a bug report.

@@ -6,6 +6,7 @@
 #include "RegisterCommand.h"
 #include "RenderCommand.h"
 #include "SettingsCommand.h"
+#include "vexplot/Version.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ constexpr Command kCommands[] = {
 };
 
 int Usage() {
-    std::fprintf(stderr, "usage: vexplot COMMAND [ARGS...]\n\ncommands:\n");
+    std::fprintf(stderr, "usage: vexplot COMMAND [ARGS...]\n       vexplot --version\n\ncommands:\n");
     for (const Command& c : kCommands) std::fprintf(stderr, "  %-10s %s\n", c.name, c.summary);
     return 2;
 }
@@ -32,6 +33,10 @@ int Usage() {
 
 int main(int argc, char** argv) {
     if (argc < 2) return Usage();
+    if (std::strcmp(argv[1], "--version") == 0) {
+        std::printf("vexplot %s\n", vexplot::Version());
+        return 0;
+    }
     for (const Command& c : kCommands)
         if (std::strcmp(argv[1], c.name) == 0) return c.run(argc - 1, argv + 1);
     std::fprintf(stderr, "vexplot: unknown command '%s'\n", argv[1]);

@@ -1,7 +1,7 @@
 """Scripting the Vexplot 3-D plotting control from Python.
 
     import numpy as np, vexplot
-    ctl = vexplot.Control(width=640, height=480)     # headless
+    ctl = vexplot.Control(width=640, height=480, settings="memory")   # headless
     ctl.CopyArrayData(z)                             # z[row, column] = z[y, x]
     ctl.ShowXMajorGrid = 0                           # properties by name
     ok, xmin, xmax = ctl.GetXRange()                 # out arguments come back
@@ -17,6 +17,8 @@ import enum as _enum
 
 from . import _vexplot
 from ._vexplot import AutomationError, ComObject, exec, process_events, register_engine  # noqa: F401
+
+__version__ = _vexplot.__version__
 
 __all__ = ["Control", "AutomationError", "ComObject", "exec", "process_events", "register_engine"]
 
@@ -39,11 +41,17 @@ class _Method:
 
 
 class Control(_vexplot.ControlBase):
-    """The control: Control(width=640, height=480, show=False).
+    """The control: Control(width=640, height=480, show=False, settings="user").
 
     Headless by default (pictures through image() and save_image()); with
     show=True it lives in a window the user can turn, pan and zoom while
     the script goes on driving it (see process_events() and exec()).
+
+    settings chooses where the control keeps its settings: "user" (the
+    user's store: every property written becomes the default of the
+    controls made after it), "memory" (a store of this control's own that
+    goes with it: a batch job changes nobody's defaults) or the path of a
+    settings file (the defaults of one project).
     """
 
     def __getattr__(self, name):

@@ -32,6 +32,8 @@ CUI_VexplotCtrl::CUI_VexplotCtrl(MessageSink* sink, std::shared_ptr<SettingsStor
     points_.Add(kEventsIid);
     points_.Add(kExEventsIid);
     AddViewCommands();
+    AddDialogCommands();
+    AddPaletteCommands();
 }
 
 CUI_VexplotCtrl::~CUI_VexplotCtrl() { Destroy(); }

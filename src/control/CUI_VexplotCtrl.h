@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -403,6 +404,18 @@ public:
     // Never reported to the host.
     int32_t LastStateFailure() const { return stateFailure_; }
 
+    // ---- palette editor and data editor (CUI_VexplotCtrlDialogs.cpp) ----
+    // Runs the palette editor "Colors" over the control's palette: the plot
+    // follows every change at once; Cancel puts the palette back as it was.
+    // Returns the dialog's answer (kAnswerOk or kAnswerCancel).
+    int32_t EditPalette();
+    // Opens the data editor of `graph` (null: the active graph object), or
+    // brings its open editor forward. False when there is no graph object
+    // with data or the site has no window for the editor.
+    bool OpenDataEditor(CGD_GraphObject* graph = nullptr);
+    // Replaces the palette's colours by `colors` and sends them to the engine.
+    void TakePaletteColors(std::span<const uint32_t> colors);
+
     // IDispatch (CUI_VexplotCtrlDispatch.cpp): the table of DispatchTable::Vexplot().
     HRESULT GetTypeInfoCount(uint32_t* count) override;
     HRESULT GetTypeInfo(uint32_t index, LCID lcid, IUnknown** info) override;
@@ -410,6 +423,23 @@ public:
                           DISPID* ids) override;
     HRESULT Invoke(DISPID member, const IID& riid, LCID lcid, uint16_t flags, DispParams* params, Variant* result,
                    ExcepInfo* excepInfo, uint32_t* argErr) override;
+
+    // ---- property sheet and full-control view (CUI_VexplotCtrlPropertySheet.cpp) ----
+    // "Control P&roperties": the property sheet over this control's dispatch
+    // interface, run through the site. kAnswerOk when the user accepted it
+    // (its changes are then applied), kAnswerCancel otherwise.
+    int32_t ShowPropertySheet();
+    // "Maximize &View": the full-control view hides the title and status
+    // bars (the pop-up menu stays on Ctrl+F10 and the menu key); leaving it
+    // brings them back as they were. Entering it first shows the message
+    // about the menu, unless the user asked not to see it again.
+    void SetFullControlView(bool on);
+    bool FullControlView() const { return fullView_.has_value(); }
+    // Hosts hide their own menus and bars along with the control's: the
+    // listener hears every switch, whoever asked for it (menu, Ctrl+F11, DoCommand).
+    void OnFullControlViewChange(std::function<void(bool on)> listener) {
+        fullViewListeners_.push_back(std::move(listener));
+    }
 
     // IConnectionPointContainer:
     HRESULT GetConnectionPointCount(uint32_t* count) override { return points_.Count(count); }
@@ -436,6 +466,7 @@ private:
     // Each group of commands adds its entries to commands_ once, at
     // construction.
     void AddViewCommands();
+    void AddPaletteCommands();
 
     // auxiliary windows (CUI_VexplotCtrlWindows.cpp):
     void CreateTitleButtons();
@@ -456,11 +487,11 @@ private:
     int32_t LegendViewMode() override { return viewMode_; }
     void SetTitleText(const std::string& text) override;
     const CGD_Palette* PreviewPalette() override { return &palette_; }
-    // The data editor and the objects' property dialogs come later.
-    bool CanEditData(const CGD_GraphObject*) override { return false; }
-    bool CanEditProperties(const CGD_GraphObject*) override { return false; }
-    void EditGraphData(CGD_GraphObject*) override {}
-    bool EditGraphProperties(CGD_GraphObject*) override { return false; }
+    // The data editor and the property sheet (CUI_VexplotCtrlDialogs.cpp).
+    bool CanEditData(const CGD_GraphObject* graph) override;
+    bool CanEditProperties(const CGD_GraphObject* graph) override;
+    void EditGraphData(CGD_GraphObject* graph) override { OpenDataEditor(graph); }
+    bool EditGraphProperties(CGD_GraphObject* graph) override;
     void DeleteGraphObject(CGD_GraphObject* graph) override;
 
     // creation steps:
@@ -502,6 +533,11 @@ private:
     // The Quality3D flag to the 3-D view: full detail also while moving.
     void ApplyQuality3D();
     void ResendGraphObjects();
+
+    // ---- private: property sheet and full-control view ----
+    void AddDialogCommands();
+    std::optional<WindowVisibility> fullView_;  // the bars before the full-control view
+    std::vector<std::function<void(bool)>> fullViewListeners_;
 
     // ---- private: older-interface methods ----
     void ReportNotImplemented();

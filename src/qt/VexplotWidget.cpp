@@ -32,10 +32,12 @@ QString TextArg(const DispParams& params, uint32_t i) {
 
 }  // namespace
 
-VexplotWidget::VexplotWidget(QWidget* parent) : QWidget(parent), site_(std::make_unique<QtControlSite>(this)) {
+VexplotWidget::VexplotWidget(QWidget* parent, std::shared_ptr<SettingsStore> store)
+    : QWidget(parent), site_(std::make_unique<QtControlSite>(this)) {
     setMinimumSize(200, 150);
-    control_ = MakeComObject<CUI_VexplotCtrl>().Detach();
+    control_ = MakeComObject<CUI_VexplotCtrl>(nullptr, std::move(store)).Detach();
     AdviseEvents();
+    control_->OnFullControlViewChange([this](bool on) { emit fullControlViewChanged(on); });
     // The control window fills the widget; it is created at the widget's
     // current size and follows every resize.
     control_->Create(*site_, PixelRect{0, 0, std::max(width(), 200), std::max(height(), 150)});

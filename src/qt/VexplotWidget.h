@@ -13,6 +13,7 @@ namespace vexplot {
 class CUI_VexplotCtrl;
 class IControlSite;
 class QtControlSite;
+class SettingsStore;
 
 // The control as a Qt widget: a host puts one in a layout and has a plot.
 //
@@ -30,7 +31,9 @@ class QtControlSite;
 class VexplotWidget : public QWidget {
     Q_OBJECT
 public:
-    explicit VexplotWidget(QWidget* parent = nullptr);
+    // `store` holds the control's settings (null: the user's store; a script
+    // that must not change the user's defaults passes one of its own).
+    explicit VexplotWidget(QWidget* parent = nullptr, std::shared_ptr<SettingsStore> store = nullptr);
     ~VexplotWidget() override;
 
     // The control with its automation methods; valid for the widget's life.
@@ -65,6 +68,9 @@ signals:
     // The mouse rests on a data cell (`select`: the cell is being selected).
     // A slot may answer with SetDataCellText before it returns.
     void dataCellMouseOver(double x, double y, double z, bool select);
+    // The control switched to its full-control view (`on`) or back: a host
+    // hides or shows its own menus and bars with it.
+    void fullControlViewChanged(bool on);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

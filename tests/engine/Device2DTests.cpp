@@ -1,18 +1,13 @@
 #include <gtest/gtest.h>
-#include <png.h>
 
 #include <cmath>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
 #include <limits>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "com/ComPtr.h"
+#include "View3DTestSupport.h"
 #include "engine/IGraphDevice2D.h"
-#include "opengl/OpenGLEngine.h"
 
 namespace vexplot {
 namespace {
@@ -22,20 +17,8 @@ constexpr uint32_t kRed = 0x000000FF, kGreen = 0x0000FF00, kBlue = 0x00FF0000, k
 constexpr WindowHandle kWindow = 0x1234;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-struct Picture {
-    int32_t width, height;
-    std::vector<uint32_t> pixels;
-    Picture(int32_t w, int32_t h) : width(w), height(h), pixels(size_t(w) * size_t(h), 0xDEADBEEF) {}
-    ImageBuffer Buffer() { return ImageBuffer{pixels.data(), width, height, width, 0}; }
-    uint32_t At(int32_t x, int32_t y) const { return pixels[size_t(y) * size_t(width) + size_t(x)] & 0xFFFFFF; }
-    template <class Predicate>
-    int32_t Count(const PixelRect& r, Predicate p) const {
-        int32_t n = 0;
-        for (int32_t y = r.top; y < r.bottom; ++y)
-            for (int32_t x = r.left; x < r.right; ++x) n += p(At(x, y)) ? 1 : 0;
-        return n;
-    }
-};
+using testing::ExpectMatchesReference;
+using testing::Picture;
 
 AxisStyle PlainStyle(uint32_t color) { return AxisStyle{color, 0x808080, 0x606060, 1, 1, 0, 0, 1}; }
 
@@ -394,56 +377,6 @@ TEST_F(Device2DTest, RenderToImageKeepsTheWindowLayout) {
     EXPECT_TRUE(palette.count(big.At(before.right + 50, 300))) << "the image reaches past the window's width";
 }
 
-// --- a stored reference picture --------------------------------------------
-
-bool ReadPng(const std::string& path, Picture& picture) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_file(&image, path.c_str())) return false;
-    image.format = PNG_FORMAT_RGBA;
-    picture = Picture(int32_t(image.width), int32_t(image.height));
-    return png_image_finish_read(&image, nullptr, picture.pixels.data(), 0, nullptr) != 0;
-}
-
-void WritePng(const std::string& path, Picture picture) {
-    for (uint32_t& p : picture.pixels) p |= 0xFF000000u;
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = png_uint_32(picture.width);
-    image.height = png_uint_32(picture.height);
-    image.format = PNG_FORMAT_RGBA;
-    png_image_write_to_file(&image, path.c_str(), 0, picture.pixels.data(), 0, nullptr);
-}
-
-// Compares with a stored picture. Drivers differ in how they rasterise
-// line edges and in the last bit of interpolated colours, so a pixel counts
-// as different only beyond 40 levels in some channel, and up to 1 % of the
-// pixels may differ (the anti-aliased edges of lines and texts).
-// VEXPLOT_UPDATE_REFERENCES=1 rewrites the pictures.
-void ExpectMatchesReference(const char* name, const Picture& picture) {
-    const std::string path = std::string(VEXPLOT_TEST_DATA_DIR) + "/" + name;
-    const char* update = std::getenv("VEXPLOT_UPDATE_REFERENCES");
-    if (update && std::string(update) == "1") {
-        std::filesystem::create_directories(VEXPLOT_TEST_DATA_DIR);
-        WritePng(path, picture);
-    }
-    Picture reference(0, 0);
-    ASSERT_TRUE(ReadPng(path, reference)) << "missing " << path << " (VEXPLOT_UPDATE_REFERENCES=1 makes it)";
-    ASSERT_EQ(reference.width, picture.width);
-    ASSERT_EQ(reference.height, picture.height);
-    int32_t different = 0;
-    for (int32_t y = 0; y < picture.height; ++y)
-        for (int32_t x = 0; x < picture.width; ++x) {
-            const uint32_t a = picture.At(x, y), b = reference.At(x, y);
-            for (int c = 0; c < 3; ++c)
-                if (std::abs(int((a >> (8 * c)) & 0xFF) - int((b >> (8 * c)) & 0xFF)) > 40) {
-                    ++different;
-                    break;
-                }
-        }
-    EXPECT_LE(different, picture.width * picture.height / 100) << name;
-}
-
 // A full flat view: smooth image with a missing value and grid lines, axes
 // with \SUP texts, labels with UTF-8 symbols, the colour bar.
 TEST_F(Device2DTest, FlatViewMatchesTheStoredPicture) {
@@ -474,7 +407,7 @@ TEST_F(Device2DTest, FlatViewMatchesTheStoredPicture) {
     device_->SetParameters(70, 15, 90, 60);
     device_->SetShading(ShadingMode::Smooth);
 
-    ExpectMatchesReference("flat_view_reference.png", Render(480, 320));
+    ExpectMatchesReference("flat_view_reference.png", Render(480, 320), 10);
 }
 
 // The section of the same kind of grid: drop lines with star symbols in the
@@ -491,7 +424,7 @@ TEST_F(Device2DTest, SectionMatchesTheStoredPicture) {
     device_->SetAxisLabel(AxisId::Palette, "Amplitude");
     const SectionSettings section{2, 3, int32_t(PointStyle::Star), 0x0000C0FF, 50.0};
     device_->SetSection(&section);
-    ExpectMatchesReference("section_reference.png", Render(480, 320));
+    ExpectMatchesReference("section_reference.png", Render(480, 320), 10);
 }
 
 }  // namespace

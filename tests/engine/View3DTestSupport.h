@@ -37,7 +37,8 @@ struct Picture {
     Picture() = default;
     Picture(int32_t w, int32_t h) : width(w), height(h), pixels(static_cast<size_t>(w) * h, 0xDEADBE) {}
     ImageBuffer Buffer() { return {pixels.data(), width, height, width, 0}; }
-    uint32_t At(int32_t x, int32_t y) const { return pixels[static_cast<size_t>(y) * width + x]; }
+    // The colour without the byte above it, which drivers fill differently.
+    uint32_t At(int32_t x, int32_t y) const { return pixels[static_cast<size_t>(y) * width + x] & 0xFFFFFF; }
     // Whether a pixel within `radius` of (x, y) satisfies `test`.
     bool Near(int32_t x, int32_t y, int32_t radius, const std::function<bool(uint32_t)>& test) const {
         for (int32_t dy = -radius; dy <= radius; ++dy)
@@ -50,6 +51,12 @@ struct Picture {
     int32_t Count(const std::function<bool(uint32_t)>& test) const {
         int32_t n = 0;
         for (uint32_t p : pixels) n += test(p) ? 1 : 0;
+        return n;
+    }
+    int32_t Count(const PixelRect& r, const std::function<bool(uint32_t)>& test) const {
+        int32_t n = 0;
+        for (int32_t y = r.top; y < r.bottom; ++y)
+            for (int32_t x = r.left; x < r.right; ++x) n += test(At(x, y)) ? 1 : 0;
         return n;
     }
 };
@@ -86,6 +93,26 @@ inline bool WritePng(const std::string& path, const Picture& picture) {
     image.height = static_cast<png_uint_32>(picture.height);
     image.format = PNG_FORMAT_RGBA;
     return png_image_write_to_file(&image, path.c_str(), 0, opaque.data(), 0, nullptr) != 0;
+}
+
+// Compares with a stored picture in the test data folder. Drivers differ in
+// how they rasterise line edges and in the last bits of interpolated
+// colours, so a pixel counts as different only beyond 40 levels in some
+// channel, and up to `permille` of the pixels may differ. A failing
+// rendering is written to the temporary folder to look at;
+// VEXPLOT_UPDATE_REFERENCES=1 rewrites the stored pictures.
+inline void ExpectMatchesReference(const std::string& name, const Picture& picture, int32_t permille) {
+    const std::string path = std::string(VEXPLOT_TEST_DATA_DIR) + "/" + name;
+    if (std::getenv("VEXPLOT_UPDATE_REFERENCES")) {
+        ASSERT_TRUE(WritePng(path, picture));
+    }
+    Picture reference;
+    ASSERT_TRUE(ReadPng(path, reference)) << path << " missing: run with VEXPLOT_UPDATE_REFERENCES=1";
+    const int32_t different = DifferentPixels(picture, reference, 40);
+    if (different > picture.width * picture.height * permille / 1000) {
+        WritePng(std::string(::testing::TempDir()) + name, picture);
+        ADD_FAILURE() << different << " pixels differ; this rendering is in " << ::testing::TempDir() << name;
+    }
 }
 
 // value (ix, iy) at ix * yCount + iy.

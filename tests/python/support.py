@@ -19,8 +19,9 @@ def control_with_engine(testcase, **kwargs):
 
 
 def control_without_engine(testcase):
-    """A control that was never given an engine: its settings, properties
-    and events work, its plot does not."""
+    """A control the test does not draw with: its settings, properties and
+    events are what is tested. (Its first run may register the build tree's
+    engine, as any first control of a user does.)"""
     ctl = vexplot.Control()
     testcase.addCleanup(ctl.close)
     return ctl

@@ -1,6 +1,8 @@
 """Members by name and dispid, argument conversion and automation errors,
 on a control without an engine (nothing here draws)."""
 
+import os
+import tempfile
 import unittest
 
 import numpy as np
@@ -17,8 +19,9 @@ class MemberAccessTest(unittest.TestCase):
         self.ctl = control_without_engine(self)
 
     def test_graph_mode_round_trip_without_data(self):
-        # The mode of a control without a graph object reads as 0 whatever was set.
-        self.ctl.SetGraphMode(2)
+        # The mode of a control without a graph object reads as 0 whatever
+        # was set; a method without a result gives None.
+        self.assertIsNone(self.ctl.SetGraphMode(2))
         self.assertEqual(self.ctl.GetGraphMode(), 0)
 
     def test_properties_read_back_what_was_written(self):
@@ -45,9 +48,6 @@ class MemberAccessTest(unittest.TestCase):
         self.assertIs(ok, False)  # no data to have a range
         self.assertIsInstance(xmin, float)
         self.assertIsInstance(xmax, float)
-
-    def test_methods_without_result_return_none(self):
-        self.assertIsNone(self.ctl.SetGraphMode(0))
 
     def test_names_resolve_case_insensitively_to_dispids(self):
         dispid = self.ctl.dispid("GetGraphMode")
@@ -78,10 +78,8 @@ class MemberAccessTest(unittest.TestCase):
             self.ctl.typelib_name(987654)
         with self.assertRaises(vexplot.AutomationError):
             self.ctl.invoke(987654)
-
-    def test_a_method_is_not_a_property_to_set(self):
         with self.assertRaises(AttributeError):
-            self.ctl.GetGraphMode = 1
+            self.ctl.GetGraphMode = 1  # a method is not a property to set
 
     def test_closed_control_refuses_calls(self):
         with vexplot.Control() as ctl:
@@ -136,3 +134,32 @@ class EnumerationTest(unittest.TestCase):
 
 if __name__ == "__main__":
     unittest.main()
+
+
+class SettingsStoreTest(unittest.TestCase):
+    def test_a_property_written_is_the_default_of_its_own_store_alone(self):
+        # One batch job's writes must not become the next one's defaults:
+        # a file store keeps them for its next control, a memory store for
+        # nobody, and neither touches the user's store.
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "project.db")
+            with vexplot.Control(settings="memory") as pristine:
+                default = pristine.BackgroundColor
+            with vexplot.Control(settings="user") as user:
+                users_own = user.BackgroundColor
+            with vexplot.Control(settings=path) as first:
+                first.BackgroundColor = 0x00123456
+            with vexplot.Control(settings="memory") as batch:
+                batch.BackgroundColor = 0x00654321
+            with vexplot.Control(settings=path) as second:
+                self.assertEqual(second.BackgroundColor, 0x00123456)
+            with vexplot.Control(settings="memory") as fresh:
+                self.assertEqual(fresh.BackgroundColor, default)
+            with vexplot.Control() as user:
+                self.assertEqual(user.BackgroundColor, users_own)
+
+    def test_a_store_that_cannot_be_used_is_refused(self):
+        for settings in ["", "/proc/version"]:
+            with self.subTest(settings=settings):
+                with self.assertRaises(ValueError):
+                    vexplot.Control(settings=settings)

@@ -8,30 +8,14 @@
 #include "model/CGD_Palette.h"
 #include "qt/LegendWindowWidget.h"
 #include "settings/SettingsStore.h"
+#include "support/RecordingLegendOwner.h"
 #include "ui/CUIW_LegendWindow.h"
 #include "ui/LegendPreview.h"
 
 namespace vexplot {
 namespace {
 
-class ListOwner final : public ILegendOwner {
-public:
-    CGD_GraphObjectList* LegendGraphObjects() override { return list; }
-    void MakeGraphObjectActive(int32_t index) override { list->SetActiveIndex(index); }
-    void RedrawPlot() override { ++redraws; }
-    int32_t LegendViewMode() override { return 1; }
-    void SetTitleText(const std::string&) override {}
-    const CGD_Palette* PreviewPalette() override { return palette; }
-    bool CanEditData(const CGD_GraphObject*) override { return false; }
-    bool CanEditProperties(const CGD_GraphObject*) override { return false; }
-    void EditGraphData(CGD_GraphObject*) override {}
-    bool EditGraphProperties(CGD_GraphObject*) override { return false; }
-    void DeleteGraphObject(CGD_GraphObject* graph) override { list->Remove(graph); }
-
-    CGD_GraphObjectList* list = nullptr;
-    const CGD_Palette* palette = nullptr;
-    int redraws = 0;
-};
+using ListOwner = test::RecordingLegendOwner;
 
 class LegendWindowWidgetTest : public test::GraphFixture {
 protected:

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <algorithm>
 #include <string>
 #include <vector>
 
+#include "support/Boxes.h"
 #include "ui/InfoLayout.h"
 #include "ui/LogFontRecord.h"
 #include "ui/TextRegion.h"
@@ -12,14 +12,8 @@
 namespace vexplot {
 namespace {
 
-// Rectangles as arrays, which compare and print without help.
-using Box = std::array<int32_t, 4>;
-Box B(const PixelRect& r) { return {r.left, r.top, r.right, r.bottom}; }
-[[maybe_unused]] std::vector<Box> B(const std::vector<PixelRect>& rects) {
-    std::vector<Box> boxes;
-    for (const PixelRect& r : rects) boxes.push_back(B(r));
-    return boxes;
-}
+using test::B;
+using test::Box;
 
 // A mask from rows of text: '#' is a text pixel (black), anything else white.
 TextMask MaskOf(const std::vector<std::string>& rows) {

@@ -7,12 +7,15 @@
 #include "settings/CRegistryKey.h"
 #include "settings/SettingsStore.h"
 #include "support/ArchiveBytes.h"
+#include "support/Boxes.h"
 #include "ui/CUIW_InfoWnd.h"
 #include "ui/LogFontRecord.h"
 
 namespace vexplot {
 namespace {
 
+using test::B;
+using test::Box;
 using test::Bytes;
 
 class InfoPersistenceTest : public testing::Test {
@@ -72,16 +75,13 @@ TEST_F(InfoPersistenceTest, StoredValuesApply) {
     EXPECT_TRUE(wnd.Transparent());
     EXPECT_FALSE(wnd.Visible());
     EXPECT_FALSE(site.IsWindowVisible(wnd.Window()));
-    EXPECT_EQ(Rect().left, 20);
-    EXPECT_EQ(Rect().bottom, 110);
-    EXPECT_EQ(Rect().right, 220);
+    EXPECT_EQ(B(Rect()), (Box{20, 10, 220, 110}));
 
     // Every edge is needed: with one missing the window stays where it is.
     site.MoveWindow(wnd.Window(), {0, 0, 100, 500});
     key.DeleteValue("InfoRight");
     wnd.LoadSettings(key);
-    EXPECT_EQ(Rect().right, 100);
-    EXPECT_EQ(Rect().top, 0);
+    EXPECT_EQ(B(Rect()), (Box{0, 0, 100, 500}));
 }
 
 TEST_F(InfoPersistenceTest, StoredFontReplacesTheCurrentOneOnlyWhenItCanBeMade) {
@@ -183,9 +183,7 @@ TEST_F(InfoPersistenceTest, SavedStateFieldOrderAndRoundTripLosingStrikeOut) {
     EXPECT_EQ(loaded.BackColor(), 0x101010u);
     EXPECT_EQ(loaded.VisibilityMask(), 18);
     EXPECT_TRUE(loaded.Transparent());
-    const PixelRect r = other.GetWindowRect(loaded.Window());
-    EXPECT_EQ(r.left, 7);
-    EXPECT_EQ(r.bottom, 308);
+    EXPECT_EQ(B(other.GetWindowRect(loaded.Window())), (Box{7, 8, 207, 308}));
 }
 
 TEST_F(InfoPersistenceTest, LoadingCutsTheFaceHidesAndLeavesAllOnTruncation) {

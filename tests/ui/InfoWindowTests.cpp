@@ -1,25 +1,19 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "control/RecordingSite.h"
+#include "support/Boxes.h"
 #include "ui/CUIW_InfoWnd.h"
 
 namespace vexplot {
 namespace {
 
-// Rectangles as arrays, which compare and print without help.
-using Box = std::array<int32_t, 4>;
-Box B(const PixelRect& r) { return {r.left, r.top, r.right, r.bottom}; }
-[[maybe_unused]] std::vector<Box> B(const std::vector<PixelRect>& rects) {
-    std::vector<Box> boxes;
-    for (const PixelRect& r : rects) boxes.push_back(B(r));
-    return boxes;
-}
+using test::B;
+using test::Box;
 
 // The recording site, with the rectangles of Invalidate kept (null: all).
 class InvalidateSpy final : public IControlSite {

@@ -5,14 +5,16 @@
 #include <vector>
 
 #include "GraphFixture.h"
-#include "com/MemoryStream.h"
 #include "control/HeadlessSite.h"
 #include "control/RecordingSite.h"
 #include "model/CArchive.h"
 #include "model/CGD_Palette.h"
 #include "settings/CRegistryKey.h"
 #include "settings/SettingsStore.h"
+#include "support/ArchiveBytes.h"
+#include "support/Boxes.h"
 #include "support/Caught.h"
+#include "support/RecordingLegendOwner.h"
 #include "ui/CUIW_LegendWindow.h"
 #include "ui/LegendPreview.h"
 
@@ -22,40 +24,7 @@ namespace {
 using namespace anim;
 using test::RecordingSite;
 
-// The control as the legend sees it, over the fixture's graph object list.
-class FakeOwner final : public ILegendOwner {
-public:
-    CGD_GraphObjectList* LegendGraphObjects() override { return list; }
-    void MakeGraphObjectActive(int32_t index) override {
-        calls.push_back("active " + std::to_string(index));
-        list->SetActiveIndex(index);
-    }
-    void RedrawPlot() override { ++redraws; }
-    int32_t LegendViewMode() override { return viewMode; }
-    void SetTitleText(const std::string& text) override { title = text; }
-    const CGD_Palette* PreviewPalette() override { return palette; }
-    bool CanEditData(const CGD_GraphObject*) override { return canEditData; }
-    bool CanEditProperties(const CGD_GraphObject*) override { return canEditProperties; }
-    void EditGraphData(CGD_GraphObject*) override { calls.push_back("edit data"); }
-    bool EditGraphProperties(CGD_GraphObject*) override {
-        calls.push_back("edit properties");
-        return confirmProperties;
-    }
-    void DeleteGraphObject(CGD_GraphObject* graph) override {
-        calls.push_back("delete");
-        list->Remove(graph);
-    }
-
-    CGD_GraphObjectList* list = nullptr;
-    const CGD_Palette* palette = nullptr;
-    int32_t viewMode = 1;
-    bool canEditData = false;
-    bool canEditProperties = false;
-    bool confirmProperties = true;
-    int redraws = 0;
-    std::string title;
-    std::vector<std::string> calls;
-};
+using FakeOwner = test::RecordingLegendOwner;
 
 // A legend of 100 x 150 pixels in a control window of 400 x 300, on the
 // recording site, with settings in a store of its own.
@@ -80,14 +49,9 @@ protected:
     }
 
     WindowHandle Window() const { return legend.Window(); }
-    PixelRect Rect() const { return site.GetWindowRect(legend.Window()); }
     bool TimerRunning() const { return site.timers.count({legend.Window(), 1u}) != 0; }
-    void ExpectRect(const PixelRect& expected) const {
-        const PixelRect r = Rect();
-        EXPECT_EQ(r.left, expected.left);
-        EXPECT_EQ(r.top, expected.top);
-        EXPECT_EQ(r.right, expected.right);
-        EXPECT_EQ(r.bottom, expected.bottom);
+    void ExpectRect(const PixelRect& expected, WindowHandle window = 0) const {
+        EXPECT_EQ(test::B(site.GetWindowRect(window ? window : legend.Window())), test::B(expected));
     }
     int32_t Stored(const char* name) const {
         CRegistryKey key(nullptr, store);
@@ -393,21 +357,14 @@ TEST_F(LegendWindowTest, RowsShowThePreviewOrTheDefaultImage) {
     EXPECT_EQ(legend.Images()[static_cast<size_t>(image)], *LegendPreview::Of(graph, palette));
 }
 
+// The legend's state record, saved from one legend and loaded into another.
 class LegendStateTest : public LegendWindowTest {
 protected:
-    std::vector<uint8_t> Save(CUIW_LegendWindow& from) {
-        auto stream = MakeComObject<MemoryStream>();
-        {
-            CArchive archive(stream.Get(), CArchive::Mode::Store);
-            from.Serialize(archive);
-            archive.Close();
-        }
-        return stream->Bytes();
+    static test::Bytes Save(CUIW_LegendWindow& from) {
+        return test::Stored([&from](CArchive& a) { from.Serialize(a); });
     }
-    void Load(CUIW_LegendWindow& into, std::vector<uint8_t> bytes) {
-        auto stream = MakeComObject<MemoryStream>(std::move(bytes));
-        CArchive archive(stream.Get(), CArchive::Mode::Load);
-        into.Serialize(archive);
+    static void Load(CUIW_LegendWindow& into, const test::Bytes& bytes) {
+        test::Loaded(bytes, [&into](CArchive& a) { into.Serialize(a); });
     }
 };
 
@@ -417,7 +374,7 @@ TEST_F(LegendStateTest, RoundTripKeepsTheLoadingLegendsAnimationMode) {
     legend.SetAutoHide(false, false);
     legend.OnMovedByUser({20, 30, 140, 110});
     legend.ToggleShown();
-    const std::vector<uint8_t> bytes = Save(legend);
+    const test::Bytes bytes = Save(legend);
 
     CUIW_LegendWindow other(nullptr, store);
     ASSERT_TRUE(other.Create(site, parent, {0, 0, 10, 10}, owner));
@@ -428,18 +385,14 @@ TEST_F(LegendStateTest, RoundTripKeepsTheLoadingLegendsAnimationMode) {
     EXPECT_FALSE(other.AutoHide());
     EXPECT_TRUE(other.Shown());
     EXPECT_TRUE(site.IsWindowVisible(other.Window()));
-    const PixelRect r = site.GetWindowRect(other.Window());
-    EXPECT_EQ(r.left, 20);
-    EXPECT_EQ(r.top, 30);
-    EXPECT_EQ(r.right, 140);
-    EXPECT_EQ(r.bottom, 110);
+    ExpectRect({20, 30, 140, 110}, other.Window());
     EXPECT_EQ(other.PopUpPoint(), (PixelPoint{20, 30}));
 }
 
 TEST_F(LegendStateTest, AnAutoHidingStateLeavesThePlacementAlone) {
     legend.OnMovedByUser({20, 30, 140, 110});
     ASSERT_TRUE(legend.AutoHide());
-    const std::vector<uint8_t> bytes = Save(legend);
+    const test::Bytes bytes = Save(legend);
 
     CUIW_LegendWindow other(nullptr, store);
     ASSERT_TRUE(other.Create(site, parent, {0, 0, 10, 10}, owner));
