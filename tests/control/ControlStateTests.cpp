@@ -433,24 +433,31 @@ TEST_F(ControlStateTest, FailedSaveLeavesThePreviousFileIntact) {
     ASSERT_EQ(control->SaveSerialize(path), 1);
     const std::string before = dir.Read("plot.vxg");
 
-    // The disk fills up in the middle of the stream: writes beyond half the
-    // old file's size fail (EFBIG; the signal that would kill us is ignored).
+    // The disk fills up at each step of the stream: writes beyond the limit
+    // fail (EFBIG; the signal that would kill us is ignored). The archive
+    // writes in 4096-byte blocks, so the limits fall before, in and after
+    // the first blocks, in the middle and one byte short of the end.
     control->SetCaption("changed");
     rlimit old{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
     const auto previousHandler = signal(SIGXFSZ, SIG_IGN);
-    rlimit low = old;
-    low.rlim_cur = before.size() / 2;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &low), 0);
-    const int32_t result = control->SaveSerialize(path);
-    setrlimit(RLIMIT_FSIZE, &old);
+    for (const size_t limit : {size_t{0}, size_t{1}, size_t{4095}, size_t{4096}, size_t{8193}, before.size() / 2,
+                               before.size() - 1}) {
+        SCOPED_TRACE(limit);
+        errors.clear();
+        rlimit low = old;
+        low.rlim_cur = limit;
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &low), 0);
+        const int32_t result = control->SaveSerialize(path);
+        setrlimit(RLIMIT_FSIZE, &old);
+        EXPECT_EQ(result, 0);
+        EXPECT_EQ(dir.Read("plot.vxg"), before);
+        EXPECT_EQ(dir.Listing(), std::vector<std::string>{"plot.vxg"});  // no temporary left behind
+        ASSERT_EQ(errors.size(), 1u);
+        EXPECT_NE(errors[0].text.find("plot.vxg"), std::string::npos) << errors[0].text;
+        EXPECT_NE(errors[0].text.find("disk full"), std::string::npos) << errors[0].text;
+    }
     signal(SIGXFSZ, previousHandler);
-
-    EXPECT_EQ(result, 0);
-    EXPECT_EQ(dir.Read("plot.vxg"), before);
-    EXPECT_EQ(dir.Listing(), std::vector<std::string>{"plot.vxg"});  // no temporary left behind
-    ASSERT_EQ(errors.size(), 1u);
-    EXPECT_NE(errors[0].text.find("plot.vxg"), std::string::npos) << errors[0].text;
 
     // A folder in the file's place stays a folder.
     std::filesystem::create_directory(dir / "folder.vxg");
