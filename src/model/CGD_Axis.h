@@ -148,6 +148,11 @@ public:
     void UpdateScaleEntry();
 
     // settings:
+    // For an axis used on its own (a detached view host, a tool). The
+    // control reads the same values once for all its axes through
+    // ControlSettings, which also writes missing ones back and serves the
+    // properties; both paths end in SetAppearance, so Usable applies the
+    // same ranges to either.
     // Opens the product key through `key` (left open there) and reads the
     // values "<letter>-Axis ..." one after the other. A missing value keeps
     // the field, except the number colour, which becomes 0, and the decimal
