@@ -35,11 +35,18 @@ HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* erro
         if (error) *error = "the control has no graph engine";
         return E_UNEXPECTED;
     }
-    // A plot file brings the whole plot, not a grid of text.
+    // A plot file brings the whole plot, not a grid of text. Opened by the
+    // user into a window, it keeps the control's place and size there, as
+    // a loaded control state does.
     if (IsPlotFileName(path)) {
         const std::string before = lastErrorText_;
         lastErrorText_.clear();
-        if (OpenPlotFile(path)) return S_OK;
+        const PixelRect placement = rect_;
+        const bool opened = OpenPlotFile(path);
+        if (site_ && HasWindow(WindowRole::Control)) site_->MoveWindow(Window(WindowRole::Control), placement);
+        rect_ = placement;
+        LayoutAndRedraw();
+        if (opened) return S_OK;
         if (error) *error = lastErrorText_.empty() ? path + " cannot be opened as a plot file" : lastErrorText_;
         lastErrorText_ = before;
         return STG_E_DOCFILECORRUPT;
