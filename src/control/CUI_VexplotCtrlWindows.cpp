@@ -102,6 +102,12 @@ void CUI_VexplotCtrl::CreateNavigator() {
 }
 
 void CUI_VexplotCtrl::DestroyAuxiliaryWindows() {
+    // Where the user left the floating info window is where the next
+    // control puts it (nothing is written while it is docked).
+    if (info_) {
+        CRegistryKey key(sink_, store_);
+        if (key.Open("")) info_->SavePlacement(key);
+    }
     for (auto& axis : axes_)
         if (axis) axis->AttachInfoWindow(nullptr);
     for (WindowRole role : {WindowRole::MenuButton, WindowRole::LegendButton, WindowRole::LegendWindow,

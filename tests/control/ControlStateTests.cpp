@@ -11,6 +11,7 @@
 #include "ControlFixture.h"
 #include "support/ArchiveBytes.h"
 #include "support/TempDir.h"
+#include "ui/CUIW_InfoWnd.h"
 
 namespace vexplot::test {
 namespace {
@@ -371,6 +372,21 @@ TEST_F(ControlStateTest, TheSettingsBlockHasItsFieldsInPlace) {
     ASSERT_GE(file.size(), header.size() + e.size());
     const std::string block = file.substr(header.size(), e.size());
     for (size_t k = 0; k < e.size(); ++k) ASSERT_EQ(block[k], e[k]) << "byte " << k << " of the settings block";
+}
+
+TEST_F(ControlStateTest, TheFloatingInfoWindowsPlaceIsTheNextControlsDefault) {
+    control->GetInfoWindow()->SetDocked(false);
+    const PixelRect placed = control->GetInfoWindow()->NormalRect();
+    // Not the rectangle a fresh store's defaults give, so only the save can
+    // have written it.
+    ASSERT_FALSE(placed.left == 50 && placed.top == 50 && placed.right == 250 && placed.bottom == 150);
+    Recreate();
+    CRegistryKey key(nullptr, store);
+    ASSERT_NE(key.Open(""), 0);
+    EXPECT_EQ(key.ReadInt("InfoLeft"), placed.left);
+    EXPECT_EQ(key.ReadInt("InfoTop"), placed.top);
+    EXPECT_EQ(key.ReadInt("InfoRight"), placed.right);
+    EXPECT_EQ(key.ReadInt("InfoBottom"), placed.bottom);
 }
 
 // -- damaged files and failed saves --
