@@ -3,6 +3,9 @@
 #include <pybind11/numpy.h>
 
 #include <limits>
+#include <string>
+
+#include "dataobject/GraphContents.h"
 
 #include "automation/MemberShape.h"
 
@@ -12,7 +15,21 @@ namespace {
 
 using DoubleArray = py::array_t<double, py::array::forcecast>;
 
+// The grid limit is checked on the array's shape before any conversion:
+// a broadcast (zero-stride) array or one of another element type would
+// otherwise be copied out at full size first, gigabytes for a refusal.
+void CheckShape(py::handle value) {
+    if (!py::isinstance<py::array>(value)) return;
+    const auto a = py::reinterpret_borrow<py::array>(value);
+    if (a.ndim() == 1 && a.shape(0) > std::numeric_limits<int32_t>::max())
+        throw py::value_error("a scale of " + std::to_string(a.shape(0)) + " values is too long");
+    if (a.ndim() != 2) return;
+    if (std::string fault = GraphContents::CheckSize(a.shape(1), a.shape(0)); !fault.empty())
+        throw py::value_error(fault);
+}
+
 SafeArray ToSafeArray(py::handle value) {
+    CheckShape(value);
     DoubleArray a;
     try {
         a = DoubleArray::ensure(value);

@@ -25,9 +25,10 @@ declare -A max_len=(
   [fuzz_data_csv]=65536
   [fuzz_palette_file]=16384
   [fuzz_archive]=65536
+  [fuzz_plot_file]=65536
 )
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(fuzz_data_3do fuzz_data_csv fuzz_data_npy fuzz_palette_file fuzz_archive)
+[ ${#targets[@]} -gt 0 ] || targets=(fuzz_data_3do fuzz_data_csv fuzz_data_npy fuzz_palette_file fuzz_archive fuzz_plot_file)
 
 started=$SECONDS
 "$top/scripts/setup-debian.sh"

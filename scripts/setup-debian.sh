@@ -17,9 +17,24 @@ packages=(
   qt6-base-dev qt6-qpa-plugins
   pybind11-dev python3-dev python3-numpy
   xvfb xauth
+  locales
 )
 
 [ $# -eq 0 ] || packages=("$@")
+
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+
+# The locale tests run under a comma locale; generated once when missing.
+ensure_comma_locale() {
+  [ $# -eq 0 ] || return 0
+  command -v locale-gen >/dev/null || return 0
+  locale -a 2>/dev/null | grep -qi '^de_DE\.utf-\?8$' && return 0
+  echo "setup: generating the de_DE.UTF-8 locale"
+  "${as_root[@]}" sed -i 's/^# *\(de_DE.UTF-8 UTF-8\)/\1/' /etc/locale.gen
+  grep -q '^de_DE.UTF-8 UTF-8' /etc/locale.gen || echo 'de_DE.UTF-8 UTF-8' | "${as_root[@]}" tee -a /etc/locale.gen >/dev/null
+  "${as_root[@]}" locale-gen >/dev/null
+}
 
 missing=()
 for p in "${packages[@]}"; do
@@ -27,11 +42,11 @@ for p in "${packages[@]}"; do
 done
 if [ ${#missing[@]} -eq 0 ]; then
   echo "setup: all ${#packages[@]} packages present"
+  ensure_comma_locale "$@"
   exit 0
 fi
 
-as_root=()
-[ "$(id -u)" -eq 0 ] || as_root=(sudo)
 echo "setup: installing ${missing[*]}"
 "${as_root[@]}" apt-get update -q
 DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"
+ensure_comma_locale "$@"

@@ -170,7 +170,7 @@ void ViewerWindow::RefreshTitle() {
 
 void ViewerWindow::ChooseFiles() {
     const QStringList files = QFileDialog::getOpenFileNames(
-        this, "Open", QString(), "Data files (*.3do *.csv *.npy);;All files (*)");
+        this, "Open", QString(), "Data and plot files (*.3do *.csv *.npy *.vxg);;All files (*)");
     OpenFiles(files);
 }
 

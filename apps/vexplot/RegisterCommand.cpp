@@ -1,11 +1,14 @@
 #include "RegisterCommand.h"
 
+#include <dlfcn.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <system_error>
 
 #include "com/ClassRegistry.h"
+#include "com/IClassFactory.h"
 #include "engine/EngineClasses.h"
 #include "settings/CRegistryKey.h"
 #include "vexplot/EngineSetup.h"
@@ -30,6 +33,35 @@ std::string FindPlugin(int argc, char** argv) {
     return shipped;
 }
 
+// Loads `plugin` and asks it for the engine's class factory, as the control
+// will: a file that is no plug-in of this engine (any readable file would
+// pass a mere existence check) is refused with the loader's reason.
+bool CheckPlugin(const std::string& plugin) {
+    void* library = dlopen(plugin.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        const char* reason = dlerror();
+        std::fprintf(stderr, "vexplot register: %s is not a loadable plug-in: %s\n", plugin.c_str(),
+                     reason ? reason : "unknown reason");
+        return false;
+    }
+    const auto entry = reinterpret_cast<GetClassObjectFunction>(dlsym(library, kPluginEntryPoint));
+    bool ok = false;
+    if (!entry) {
+        std::fprintf(stderr, "vexplot register: %s is a library but not a Vexplot engine plug-in (it has no %s)\n",
+                     plugin.c_str(), kPluginEntryPoint);
+    } else {
+        ComPtr<IClassFactory> factory;
+        const HRESULT hr = entry(&CLSID_OpenGLEngine, &IClassFactory::kIid, factory.ReleaseAndGetVoidAddress());
+        ok = SUCCEEDED(hr) && factory;
+        if (!ok)
+            std::fprintf(stderr, "vexplot register: %s does not provide the OpenGL engine (%s)\n", plugin.c_str(),
+                         HResultWords(hr).c_str());
+    }
+    // The factory goes before its code does.
+    dlclose(library);
+    return ok;
+}
+
 }  // namespace
 
 int RunRegisterCommand(int argc, char** argv) {
@@ -38,7 +70,7 @@ int RunRegisterCommand(int argc, char** argv) {
         return 2;
     }
     const std::string plugin = FindPlugin(argc, argv);
-    if (plugin.empty()) return 1;
+    if (plugin.empty() || !CheckPlugin(plugin)) return 1;
     std::string error;
     if (!RegisterEngine(plugin, nullptr, &error)) {
         std::fprintf(stderr, "vexplot register: %s\n", error.c_str());

@@ -1,18 +1,22 @@
 #include "RenderCommand.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "com/ComError.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/HeadlessSite.h"
 #include "control/ImageFile.h"
-#include "dataobject/GraphDataFactory.h"
+#include "settings/NumberText.h"
 #include "vexplot/EngineSetup.h"
+#include "TerminalText.h"
 
 namespace vexplot {
 
@@ -47,23 +51,26 @@ int Usage() {
     return 2;
 }
 
+// Numbers on the command line are read in no locale, so a script works the
+// same under every LC_NUMERIC.
 bool ParseNumber(const char* text, float* out) {
-    char* end = nullptr;
-    const float v = std::strtof(text, &end);
-    if (end == text || *end != '\0') return false;
-    *out = v;
+    const std::optional<double> v = ParseDouble(text);
+    if (!v || !std::isfinite(*v) || std::fabs(*v) > std::numeric_limits<float>::max()) return false;
+    *out = static_cast<float>(*v);
     return true;
 }
 
+// "WxH", each side 16 to 16384; a side beyond any integer is refused, never
+// wrapped round to a small one.
 bool ParseSize(const char* text, int32_t* w, int32_t* h) {
-    int a = 0;
-    int b = 0;
-    char x = 0;
-    char extra = 0;
-    if (std::sscanf(text, "%d%c%d%c", &a, &x, &b, &extra) != 3 || (x != 'x' && x != 'X')) return false;
-    if (a < 16 || b < 16 || a > 16384 || b > 16384) return false;
-    *w = a;
-    *h = b;
+    const std::string_view s(text);
+    const size_t x = s.find_first_of("xX");
+    if (x == std::string_view::npos) return false;
+    const auto a = ParseInteger(s.substr(0, x), 16, 16384);
+    const auto b = ParseInteger(s.substr(x + 1), 16, 16384);
+    if (!a || !b) return false;
+    *w = static_cast<int32_t>(*a);
+    *h = static_cast<int32_t>(*b);
     return true;
 }
 
@@ -71,6 +78,31 @@ bool IsStyle(const std::string& s) {
     for (const char* known : {"surface", "wireframe", "bars", "lines", "points", "image", "section"})
         if (s == known) return true;
     return false;
+}
+
+// Whether two names reach one file (through links, "./" and the like).
+bool SameFile(const std::string& a, const std::string& b) {
+    std::error_code ec;
+    if (std::filesystem::equivalent(a, b, ec)) return true;
+    return std::filesystem::weakly_canonical(a, ec) == std::filesystem::weakly_canonical(b, ec) && !ec;
+}
+
+// A plot file is written over whatever has its name: a name that is not a
+// .vxg, or that is the data or the picture, would destroy the user's input.
+bool CheckTargets(const Options& o) {
+    if (SameFile(o.output, o.data))
+        return std::fprintf(stderr, "vexplot render: the picture %s would overwrite the data file\n", o.output.c_str()),
+               false;
+    if (!o.savePlot) return true;
+    if (!IsPlotFile(*o.savePlot))
+        return std::fprintf(stderr, "vexplot render: --save-plot needs a .vxg file name, not %s\n",
+                            o.savePlot->c_str()),
+               false;
+    if (SameFile(*o.savePlot, o.data) || SameFile(*o.savePlot, o.output))
+        return std::fprintf(stderr, "vexplot render: --save-plot %s would overwrite an input or the picture\n",
+                            o.savePlot->c_str()),
+               false;
+    return true;
 }
 
 // Fills `o` from the arguments; false (after a message) when they are wrong.
@@ -121,7 +153,7 @@ bool Parse(int argc, char** argv, Options& o) {
         }
     }
     if (o.data.empty() || o.output.empty()) return false;
-    return true;
+    return CheckTargets(o);
 }
 
 // The drawing style, through the methods a host calls.
@@ -139,20 +171,13 @@ void ApplyStyle(CUI_VexplotCtrl& control, const std::string& style) {
     }
 }
 
-// Loads the data file and shows it; 0, or the command's exit status.
+// Loads the data file and shows it, as a viewer opens one; 0, or the
+// command's exit status.
 int ShowData(CUI_VexplotCtrl& control, const Options& o) {
-    ComPtr<IGraphData> data;
-    try {
-        data = LoadGraphData(o.data);
-    } catch (const ComError& e) {
-        std::fprintf(stderr, "vexplot render: %s\n", e.Description().empty() ? e.what() : e.Description().c_str());
-        return 1;
-    }
-    if (const HRESULT hr = control.SetData(data.Get()); FAILED(hr)) {
-        std::fprintf(stderr, "vexplot render: %s cannot be shown (0x%08X)\n", o.data.c_str(), static_cast<unsigned>(hr));
-        return 1;
-    }
-    return 0;
+    std::string error;
+    if (SUCCEEDED(control.LoadDataFile(o.data, &error))) return 0;
+    std::fprintf(stderr, "vexplot render: %s\n", ForTerminal(error).c_str());
+    return 1;
 }
 
 int Render(const Options& o, HeadlessSite& site) {
@@ -161,7 +186,9 @@ int Render(const Options& o, HeadlessSite& site) {
         std::fprintf(stderr, "%s\n", engine.message.c_str());
     ComPtr<CUI_VexplotCtrl> control = MakeComObject<CUI_VexplotCtrl>();
     control->OnError([](HRESULT code, const std::string& text) {
-        std::fprintf(stderr, "vexplot render: error 0x%08X: %s\n", static_cast<unsigned>(code), text.c_str());
+        // The text says what went wrong; the code is for a bug report.
+        std::fprintf(stderr, "vexplot render: %s (code 0x%08X)\n", ForTerminal(text).c_str(),
+                     static_cast<unsigned>(code));
     });
     if (!control->Create(site, {0, 0, o.width, o.height})) {
         std::fprintf(stderr, "vexplot render: no graph engine could be started; run `vexplot register` first\n");

@@ -7,14 +7,15 @@ namespace vexplot {
 // The methods that save and load plots and the control state
 // (LoadSerialize, SaveSerialize, LoadControlState, SaveControlState).
 void AddStateMethodMembers(DispatchTable& table) {
-    table.AddMethod(DispatchInterface::Ex, 501, "LoadSerialize", VT_I4, {{"SerFile", VT_BSTR}},
+    // Both answer BOOL, as every other yes-or-no result of the table does.
+    table.AddMethod(DispatchInterface::Ex, 501, "LoadSerialize", VT_BOOL, {{"SerFile", VT_BSTR}},
                     [](CUI_VexplotCtrl& c, DispatchCall& call) {
-                        call.Return(Variant(c.LoadSerialize(call.Bstr(0))));
+                        call.Return(Variant::Bool(c.LoadSerialize(call.Bstr(0)) != 0));
                         return S_OK;
                     });
-    table.AddMethod(DispatchInterface::Ex, 502, "SaveSerialize", VT_I4, {{"SerFile", VT_BSTR}},
+    table.AddMethod(DispatchInterface::Ex, 502, "SaveSerialize", VT_BOOL, {{"SerFile", VT_BSTR}},
                     [](CUI_VexplotCtrl& c, DispatchCall& call) {
-                        call.Return(Variant(c.SaveSerialize(call.Bstr(0))));
+                        call.Return(Variant::Bool(c.SaveSerialize(call.Bstr(0)) != 0));
                         return S_OK;
                     });
     table.AddMethod(DispatchInterface::Ex, 540, "LoadControlState", VT_EMPTY,

@@ -43,7 +43,7 @@ ComPtr<FileStream> CreateTemporary(const std::string& path, std::string* tempPat
 }
 
 void Check(HRESULT hr, const std::string& what) {
-    if (FAILED(hr)) throw StreamError(hr, what + " failed: " + HResultText(hr));
+    if (FAILED(hr)) throw StreamError(hr, what + " failed: " + HResultWords(hr));
 }
 
 // Makes the rename itself durable; a failure here loses nothing, so it is

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace vexplot {
@@ -29,10 +30,23 @@ HRESULT FileStream::FromErrno(int error, HRESULT fallback) {
     }
 }
 
+namespace {
+
+std::string NotRegularReason(mode_t mode) {
+    if (S_ISDIR(mode)) return "it is a folder, not a file";
+    if (S_ISFIFO(mode)) return "it is a pipe (FIFO), not a regular file";
+    if (S_ISSOCK(mode)) return "it is a socket, not a regular file";
+    if (S_ISCHR(mode) || S_ISBLK(mode)) return "it is a device, not a regular file";
+    return "it is not a regular file";
+}
+
+}  // namespace
+
 ComPtr<FileStream> FileStream::Open(const std::string& path, Mode mode, HRESULT* hr, std::string* reason) {
     int flags = O_CLOEXEC;
     switch (mode) {
-        case Mode::Read: flags |= O_RDONLY; break;
+        // Without O_NONBLOCK, opening a FIFO would wait for a writer for ever.
+        case Mode::Read: flags |= O_RDONLY | O_NONBLOCK; break;
         case Mode::CreateAlways: flags |= O_WRONLY | O_CREAT | O_TRUNC; break;
         case Mode::CreateNew: flags |= O_WRONLY | O_CREAT | O_EXCL; break;
     }
@@ -41,17 +55,27 @@ ComPtr<FileStream> FileStream::Open(const std::string& path, Mode mode, HRESULT*
         fd = ::open(path.c_str(), flags, 0666);
     } while (fd < 0 && errno == EINTR);
     int error = fd < 0 ? errno : 0;
-    struct stat info {};
-    // A folder opens for reading on this system but reads fail; refuse it
-    // here, as the file systems of the original platform do.
-    if (fd >= 0 && mode == Mode::Read && ::fstat(fd, &info) == 0 && S_ISDIR(info.st_mode)) {
-        ::close(fd);
-        fd = -1;
-        error = EISDIR;
+    std::string refusal;
+    // Only a regular file is read: a folder opens on this system but reads
+    // fail, and a FIFO, socket or device would block or never end.
+    if (fd >= 0 && mode == Mode::Read) {
+        struct stat info {};
+        if (::fstat(fd, &info) != 0) {
+            error = errno;
+        } else if (!S_ISREG(info.st_mode)) {
+            error = S_ISDIR(info.st_mode) ? EISDIR : EACCES;
+            refusal = NotRegularReason(info.st_mode);
+        } else {
+            ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+        }
+        if (error != 0) {
+            ::close(fd);
+            fd = -1;
+        }
     }
     if (fd < 0) {
         if (hr) *hr = FromErrno(error, mode == Mode::Read ? STG_E_READFAULT : STG_E_WRITEFAULT);
-        if (reason) *reason = std::strerror(error);
+        if (reason) *reason = refusal.empty() ? std::strerror(error) : refusal;
         return nullptr;
     }
     if (hr) *hr = S_OK;

@@ -18,9 +18,9 @@ namespace vexplot {
 class FileStream final : public ComObject<IStream> {
 public:
     enum class Mode {
-        Read,          // an existing file, read only
+        Read,          // an existing regular file, read only (never a FIFO, device or folder)
         CreateAlways,  // write only; created, or emptied when it exists
-        CreateNew,     // write only; fails when the file exists
+        CreateNew,     // write only; fails when the name exists, even as a dangling link
     };
 
     // Opens `path`. On failure returns null with *hr set and, when `reason`

@@ -69,4 +69,12 @@ std::string HResultText(HRESULT hr) {
     return code;
 }
 
+std::string HResultWords(HRESULT hr) {
+    for (const NamedResult& n : kNamed)
+        if (n.hr == hr) return n.meaning;
+    char code[24];
+    std::snprintf(code, sizeof code, "error 0x%08X", static_cast<uint32_t>(hr));
+    return code;
+}
+
 }  // namespace vexplot

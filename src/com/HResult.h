@@ -55,11 +55,15 @@ inline constexpr HRESULT DISP_E_NOTACOLLECTION = MakeHResult(0x80020011);
 // Errors the control reports to its host through its Error event.
 inline constexpr HRESULT CTL_E_ILLEGALFUNCTIONCALL = MakeHResult(0x800A0005);
 inline constexpr HRESULT CTL_E_INVALIDPROPERTYVALUE = MakeHResult(0x800A017C);
+inline constexpr HRESULT CTL_E_FILENOTFOUND = MakeHResult(0x800A0035);
 
 constexpr bool SUCCEEDED(HRESULT hr) { return hr >= 0; }
 constexpr bool FAILED(HRESULT hr) { return hr < 0; }
 
 // "0x80004003 (E_POINTER: invalid pointer)" style text for messages.
 std::string HResultText(HRESULT hr);
+// The meaning alone, in words, for a message a person reads ("disk full");
+// a code without a known meaning reads "error 0x80004005".
+std::string HResultWords(HRESULT hr);
 
 }  // namespace vexplot

@@ -31,9 +31,10 @@ void StreamWriter::Put(const void* bytes, uint64_t size) {
         uint32_t done = 0;
         const HRESULT hr = stream_->Write(p, piece, &done);
         if (FAILED(hr) || done != piece) {
-            throw StreamError(FAILED(hr) ? hr : STG_E_WRITEFAULT,
-                              "writing " + std::to_string(size) + " bytes failed after " +
-                                  std::to_string(written_) + " bytes had been written");
+            const HRESULT code = FAILED(hr) ? hr : STG_E_WRITEFAULT;
+            // The cause first ("disk full"), then where the stream stopped.
+            throw StreamError(code, HResultWords(code) + " while writing " + std::to_string(size) +
+                                        " bytes after " + std::to_string(written_) + " bytes had been written");
         }
         p += piece;
         size -= piece;

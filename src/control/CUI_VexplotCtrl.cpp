@@ -399,6 +399,7 @@ void CUI_VexplotCtrl::FireError(HRESULT code, const char* text) {
               true);
     for (const ErrorListener& listener : errorListeners_) listener(code, text ? text : "");
     if (collectedErrors_) collectedErrors_->push_back(description);
+    lastErrorText_ = text ? text : "";
 }
 
 void CUI_VexplotCtrl::FireDataSelect(const DataRect& xy, double zMin, double zMax) {

@@ -691,16 +691,21 @@ private:
 
     // ---- private: control state ----
     friend class ControlSerializer;
-    bool LoadStateFile(const std::string& path, bool whole, bool reportOpenFailure);
-    // `quietReason` (may be null) receives why the file could not be made
-    // in the quiet failure that reports nothing.
-    bool SaveStateFile(const std::string& path, std::string* quietReason = nullptr);
+    bool LoadStateFile(const std::string& path, bool whole);
+    bool SaveStateFile(const std::string& path);
     int32_t LoadStateFromRegistry(const std::string& keyPath);
     int32_t SaveStateToRegistry(const std::string& keyPath);
     // Reports a failed load or save of `where` through FireError.
     void ReportStateFailure(const std::string& where, bool loading, const std::exception& error);
     int32_t fileFlag_ = 0;
     int32_t stateFailure_ = 0;
+
+    // ---- private: hardening (values a host or a file hands in) ----
+    // True for a finite camera value; otherwise raises the Error event.
+    bool AcceptCameraValue(double value);
+    // Whether `path` names a plot file (".vxg", any case).
+    static bool IsPlotFileName(const std::string& path);
+    std::string lastErrorText_;  // the latest Error event's text
 
     ControlSettings settings_;
     MessageSink* sink_;

@@ -1,6 +1,8 @@
 // The camera methods: each setter reads the whole record from the 3-D view,
 // replaces one component and writes the record back, so the components a
 // host does not touch keep the engine's values.
+#include <cmath>
+
 #include "control/CUI_VexplotCtrl.h"
 
 namespace vexplot {
@@ -19,9 +21,17 @@ double CUI_VexplotCtrl::CameraComponent(bool center, int component) {
     return SUCCEEDED(hr) ? Component(v, component) : 0.0;
 }
 
+// A camera value that is not a number would leave the view nowhere to look
+// from; it is refused aloud, as any invalid property value is.
+bool CUI_VexplotCtrl::AcceptCameraValue(double value) {
+    if (std::isfinite(value)) return true;
+    FireError(kErrorInvalidValue, kTextInvalidValue);
+    return false;
+}
+
 void CUI_VexplotCtrl::SetCameraComponent(bool center, int component, double value) {
     IGraphView3D* view = GetView3D();
-    if (!view) return;
+    if (!view || !AcceptCameraValue(value)) return;
     CameraVector v{};
     const HRESULT hr = center ? view->GetCameraCenter(&v) : view->GetCameraPosition(&v);
     if (FAILED(hr)) return;
@@ -53,7 +63,7 @@ float CUI_VexplotCtrl::GetCamDist() {
 }
 
 void CUI_VexplotCtrl::SetCamDist(float value) {
-    if (IGraphView3D* view = GetView3D()) {
+    if (IGraphView3D* view = GetView3D(); view && AcceptCameraValue(value)) {
         view->SetDistance(value);
         LayoutAndRedrawIn3D();
     }
@@ -66,7 +76,7 @@ float CUI_VexplotCtrl::GetCamElev() {
 }
 
 void CUI_VexplotCtrl::SetCamElev(float value) {
-    if (IGraphView3D* view = GetView3D()) {
+    if (IGraphView3D* view = GetView3D(); view && AcceptCameraValue(value)) {
         view->SetElevation(value);
         LayoutAndRedrawIn3D();
     }
@@ -79,7 +89,7 @@ float CUI_VexplotCtrl::GetCamAzim() {
 }
 
 void CUI_VexplotCtrl::SetCamAzim(float value) {
-    if (IGraphView3D* view = GetView3D()) {
+    if (IGraphView3D* view = GetView3D(); view && AcceptCameraValue(value)) {
         view->SetAzimuth(value);
         LayoutAndRedrawIn3D();
     }

@@ -92,12 +92,9 @@ void CUI_VexplotCtrl::LoadPlotCommand() {
 void CUI_VexplotCtrl::SavePlotCommand() {
     const auto path = AskForFile(true, "Save Vexplot", kPlotFilter, ".vxg");
     if (!path) return;
-    ReportToUser([&](std::string* error) {
-        std::string reason;
-        if (SaveStateFile(*path, &reason)) return true;
-        if (!reason.empty()) *error = "Cannot save \"" + *path + "\": " + reason + ".";
-        return false;
-    });
+    // A failing save raises the Error event naming the file and the reason,
+    // which ReportToUser shows.
+    ReportToUser([&](std::string*) { return SaveStateFile(*path); });
 }
 
 // -- the active graph object's data --

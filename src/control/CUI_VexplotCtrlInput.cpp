@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "com/ComError.h"
+#include "com/ErrorInfo.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
 #include "control/CommandTable.h"
@@ -20,6 +21,7 @@ namespace {
 // step times the distance over this many pixels.
 constexpr double kPanPixels = 250.0;
 
+
 }  // namespace
 
 HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* error) {
@@ -27,15 +29,34 @@ HRESULT CUI_VexplotCtrl::LoadDataFile(const std::string& path, std::string* erro
         if (error) *error = "the control has no graph engine";
         return E_UNEXPECTED;
     }
-    try {
-        ComPtr<IGraphData> data = LoadGraphData(path);
-        const HRESULT hr = SetData(data.Get());
-        if (FAILED(hr) && error) *error = path + " cannot be shown (" + HResultText(hr) + ")";
-        return hr;
-    } catch (const ComError& e) {
-        if (error) *error = e.Description().empty() ? std::string(e.what()) : e.Description();
-        return e.Code();
+    // A plot file brings the whole plot, not a grid of text. Opened by the
+    // user into a window, it keeps the control's place and size there, as
+    // a loaded control state does.
+    if (IsPlotFileName(path)) {
+        const std::string before = lastErrorText_;
+        lastErrorText_.clear();
+        const PixelRect placement = rect_;
+        const bool opened = OpenPlotFile(path);
+        if (site_ && HasWindow(WindowRole::Control)) site_->MoveWindow(Window(WindowRole::Control), placement);
+        rect_ = placement;
+        LayoutAndRedraw();
+        if (opened) return S_OK;
+        if (error) *error = lastErrorText_.empty() ? path + " cannot be opened as a plot file" : lastErrorText_;
+        lastErrorText_ = before;
+        return STG_E_DOCFILECORRUPT;
     }
+    // The graph object loads the file into a data object of its own.
+    ClearErrorInfo();
+    const HRESULT hr = DataCall([&] {
+        ShowGraph(graphs_->AddFromFile(path, this, settings_.dataFlag, true));
+    });
+    if (FAILED(hr) && error) {
+        std::string why = TakeErrorInfo();
+        if (why.empty()) why = HResultWords(hr);
+        // The loader's texts name the file already.
+        *error = why.find(path) != std::string::npos ? why : path + " cannot be shown: " + why;
+    }
+    return hr;
 }
 
 // -- mouse --
@@ -72,8 +93,8 @@ void CUI_VexplotCtrl::PanBy(double dx, double dy) {
     // looks along +y with +x to the right, and azimuth turns counter-clockwise.
     const double a = azimuth * std::numbers::pi / 180.0;
     const double perPixel = distance / kPanPixels;
-    const double right = -dx * perPixel * settings_.camTranslation[0] / 0.3;
-    const double ahead = dy * perPixel * settings_.camTranslation[1] / 0.3;
+    const double right = -dx * perPixel * UsableStep(settings_.camTranslation[0]) / 0.3;
+    const double ahead = dy * perPixel * UsableStep(settings_.camTranslation[1]) / 0.3;
     center.x += right * std::cos(a) - ahead * std::sin(a);
     center.y += right * std::sin(a) + ahead * std::cos(a);
     view->SetCameraCenter(center);

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "com/ComError.h"
+#include "com/ErrorInfo.h"
 #include "control/CUI_VexplotCtrl.h"
 
 namespace vexplot {
@@ -25,8 +26,12 @@ HRESULT CUI_VexplotCtrl::DataCall(const std::function<void()>& call) {
         call();
         return S_OK;
     } catch (const ComError& e) {
+        // The reason in words stays with the thread's error information, for
+        // a caller that shows it to a person (LoadDataFile).
+        if (!e.Description().empty()) SetErrorInfo(GUID_NULL, e.Description());
         return e.Code();
     } catch (const std::bad_alloc&) {
+        SetErrorInfo(GUID_NULL, "not enough memory for the data");
         return E_OUTOFMEMORY;
     }
 }
@@ -89,6 +94,12 @@ HRESULT CUI_VexplotCtrl::CopyArrayData(const Variant& array) {
 }
 
 HRESULT CUI_VexplotCtrl::CopyAxisScaleData(int16_t axis, const Variant& array) {
+    // Only the X (0) and Y (1) scales can be replaced; another axis is
+    // the control's own complaint (the Error event), not a failed call.
+    if (axis != 0 && axis != 1) {
+        FireError(kErrorInvalidValue, kTextInvalidValue);
+        return S_FALSE;
+    }
     if (!graphs_ || !graphs_->ExternalData()) return S_FALSE;
     const Variant value = array.Deref();
     if (value.Type() != (VT_ARRAY | VT_R8)) return DISP_E_TYPEMISMATCH;
@@ -181,10 +192,14 @@ HRESULT CUI_VexplotCtrl::GetZRange(double* zmin, double* zmax) {
     const CGD_GraphObject* graph = Active();
     if (!graph) return S_FALSE;
     if (!zmin || !zmax) return E_POINTER;
-    return DataCall([&] {
+    bool valid = true;
+    const HRESULT hr = DataCall([&] {
         *zmin = graph->ZMinClamp();
         *zmax = graph->ZMaxClamp();
+        valid = graph->HasZExtent();
     });
+    // Data without one finite value has no range to report.
+    return hr == S_OK && !valid ? S_FALSE : hr;
 }
 
 // -- windows --
@@ -294,6 +309,10 @@ void CUI_VexplotCtrl::SetPaletteFile(const std::string& file) {
     if (palette_.LoadFile(file) == 1) {
         ApplyPalette();
         UpdateLegend();
+    } else if (!file.empty()) {
+        // The palette stays as it was; the host learns which file and why.
+        FireError(CTL_E_FILENOTFOUND,
+                  ("Cannot open the palette file \"" + file + "\": " + palette_.GetOpenFailure() + ".").c_str());
     }
 }
 

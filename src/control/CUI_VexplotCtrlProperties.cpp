@@ -10,6 +10,7 @@
 #include "control/PropertyTable.h"
 #include "dataobject/IGraphData.h"
 #include "settings/CRegistryKey.h"
+#include "settings/NumberText.h"
 #include "ui/CUIW_InfoWnd.h"
 #include "ui/CUIW_LegendWindow.h"
 #include "ui/LogFontRecord.h"
@@ -78,12 +79,9 @@ void CUI_VexplotCtrl::WriteSetting(const PropertyRow& row) {
         case VT_BOOL: key.WriteInt(row.setting, value.BoolValue() ? 1 : 0); break;
         case VT_I2: key.WriteInt(row.setting, value.I2()); break;
         case VT_I4: key.WriteInt(row.setting, value.I4()); break;
-        case VT_R8: {
-            char text[64];
-            std::snprintf(text, sizeof text, "%f", value.R8());
-            key.WriteString(row.setting, text);
-            break;
-        }
+        // "%f" in the C locale whatever the host's: the store is shared
+        // with processes under other locales.
+        case VT_R8: key.WriteString(row.setting, FormatFixed(value.R8())); break;
         case VT_BSTR: key.WriteString(row.setting, value.Bstr()); break;
         default: break;
     }

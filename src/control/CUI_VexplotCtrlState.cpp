@@ -1,6 +1,8 @@
 // The control's saved state: plot files (LoadSerialize, SaveSerialize) and
 // the control state in a file or in the settings store (LoadControlState,
 // SaveControlState). The byte stream itself is ControlSerializer's.
+#include <unistd.h>
+
 #include <algorithm>
 #include <new>
 #include <string>
@@ -55,9 +57,18 @@ bool ReadWholeFile(const std::string& path, std::vector<uint8_t>* bytes) {
     return true;
 }
 
-bool WriteWholeFile(const std::string& path, const std::vector<uint8_t>& bytes) {
+// The temporary file is made anew each time: whatever has its name is
+// removed first (a link itself, never what it points to), and the file is
+// created exclusively, so a link planted under the name cannot redirect the
+// write into another file.
+ComPtr<FileStream> CreateStateTempFile() {
+    ::unlink(kStateTempFile);
     HRESULT hr = S_OK;
-    ComPtr<FileStream> file = FileStream::Open(path, FileStream::Mode::CreateAlways, &hr);
+    return FileStream::Open(kStateTempFile, FileStream::Mode::CreateNew, &hr);
+}
+
+bool WriteStateTempFile(const std::vector<uint8_t>& bytes) {
+    ComPtr<FileStream> file = CreateStateTempFile();
     if (!file) return false;
     uint32_t written = 0;
     if (!bytes.empty() && (FAILED(file->Write(bytes.data(), static_cast<uint32_t>(bytes.size()), &written)) ||
@@ -71,12 +82,12 @@ bool WriteWholeFile(const std::string& path, const std::vector<uint8_t>& bytes) 
 // -- the published methods --
 
 int32_t CUI_VexplotCtrl::LoadSerialize(const std::string& path) {
-    return LoadStateFile(path, fileFlag_ == 1, false) ? 1 : 0;
+    return LoadStateFile(path, fileFlag_ == 1) ? 1 : 0;
 }
 
 int32_t CUI_VexplotCtrl::SaveSerialize(const std::string& path) { return SaveStateFile(path) ? 1 : 0; }
 
-bool CUI_VexplotCtrl::OpenPlotFile(const std::string& path) { return LoadStateFile(path, true, true); }
+bool CUI_VexplotCtrl::OpenPlotFile(const std::string& path) { return LoadStateFile(path, true); }
 
 void CUI_VexplotCtrl::LoadControlState(const std::string& source, int16_t sourceType) {
     if ((sourceType != kSourceRegistry && sourceType != kSourceFile) || source.empty() || !IsCreated()) return;
@@ -105,13 +116,13 @@ void CUI_VexplotCtrl::SaveControlState(const std::string& source, int16_t source
 
 // -- files --
 
-bool CUI_VexplotCtrl::LoadStateFile(const std::string& path, bool whole, bool reportOpenFailure) {
+bool CUI_VexplotCtrl::LoadStateFile(const std::string& path, bool whole) {
     if (!IsCreated()) return false;
     HRESULT hr = S_OK;
     std::string reason;
     ComPtr<FileStream> file = FileStream::Open(path, FileStream::Mode::Read, &hr, &reason);
     if (!file) {
-        if (reportOpenFailure) FireError(hr, ("Cannot open \"" + path + "\": " + reason + ".").c_str());
+        FireError(hr, ("Cannot open \"" + path + "\": " + reason + ".").c_str());
         return false;
     }
     try {
@@ -127,12 +138,10 @@ bool CUI_VexplotCtrl::LoadStateFile(const std::string& path, bool whole, bool re
 
 // The file is replaced only once the whole stream is on the disk: a save
 // that fails leaves the previous file as it was.
-bool CUI_VexplotCtrl::SaveStateFile(const std::string& path, std::string* quietReason) {
+bool CUI_VexplotCtrl::SaveStateFile(const std::string& path) {
     if (!IsCreated()) return false;
-    bool opened = false;
     try {
         WriteFileAtomically(path, [&](IStream& stream) {
-            opened = true;
             fileFlag_ = 1;
             CArchive archive(&stream, CArchive::Mode::Store, CArchive::kDefaultBufferSize);
             ControlSerializer(*this).Store(archive, true);
@@ -140,13 +149,9 @@ bool CUI_VexplotCtrl::SaveStateFile(const std::string& path, std::string* quietR
         });
         return true;
     } catch (const std::exception& e) {
-        // A file that cannot even be created is the quiet FALSE hosts know.
-        if (opened) {
-            ReportStateFailure("\"" + path + "\"", false, e);
-        } else if (quietReason) {
-            const auto* com = dynamic_cast<const ComError*>(&e);
-            *quietReason = com && !com->Description().empty() ? com->Description() : e.what();
-        }
+        // Also a file that cannot even be created (a missing folder, no
+        // permission): the host hears which file and why, besides FALSE.
+        ReportStateFailure("\"" + path + "\"", false, e);
         return false;
     }
 }
@@ -157,7 +162,7 @@ int32_t CUI_VexplotCtrl::LoadStateFromRegistry(const std::string& keyPath) {
     std::vector<uint8_t> bytes;
     const int32_t failure = ControlStateKey(sink_, store_).Read(keyPath, &bytes);
     if (failure != ControlStateKey::kNone) return failure;
-    if (!WriteWholeFile(kStateTempFile, bytes)) return ControlStateKey::kTempFile;
+    if (!WriteStateTempFile(bytes)) return ControlStateKey::kTempFile;
     HRESULT hr = S_OK;
     ComPtr<FileStream> file = FileStream::Open(kStateTempFile, FileStream::Mode::Read, &hr);
     if (!file) return ControlStateKey::kTempFile;
@@ -173,8 +178,7 @@ int32_t CUI_VexplotCtrl::LoadStateFromRegistry(const std::string& keyPath) {
 
 int32_t CUI_VexplotCtrl::SaveStateToRegistry(const std::string& keyPath) {
     {
-        HRESULT hr = S_OK;
-        ComPtr<FileStream> file = FileStream::Open(kStateTempFile, FileStream::Mode::CreateAlways, &hr);
+        ComPtr<FileStream> file = CreateStateTempFile();
         if (!file) return ControlStateKey::kTempFile;
         try {
             CArchive archive(file.Get(), CArchive::Mode::Store, CArchive::kDefaultBufferSize);
@@ -205,7 +209,8 @@ void CUI_VexplotCtrl::ReportStateFailure(const std::string& where, bool loading,
         std::string detail = error.what();
         if (const auto* com = dynamic_cast<const ComError*>(&error)) {
             code = com->Code();
-            if (!com->Description().empty()) detail = com->Description();
+            // Words for a person, never a bare code or an interface's GUID.
+            detail = com->Description().empty() ? HResultWords(code) : com->Description();
         } else if (dynamic_cast<const std::bad_alloc*>(&error)) {
             code = E_OUTOFMEMORY;
             detail = "out of memory";

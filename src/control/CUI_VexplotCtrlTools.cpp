@@ -125,8 +125,8 @@ public:
     void TurnBy(int32_t dx, int32_t dy) override {
         if (!Is3D()) return;
         c_.BeginViewMotion();
-        c_.TurnBy(-dx * kDegreesPerStepPixel * c_.settings_.camRotation[1],
-                  dy * kDegreesPerStepPixel * c_.settings_.camRotation[0]);
+        c_.TurnBy(-dx * kDegreesPerStepPixel * UsableStep(c_.settings_.camRotation[1]),
+                  dy * kDegreesPerStepPixel * UsableStep(c_.settings_.camRotation[0]));
     }
 
     void PanBy(int32_t dx, int32_t dy) override {
@@ -401,7 +401,7 @@ void CUI_VexplotCtrl::UpdateScaleEntries() {
 void CUI_VexplotCtrl::ToolMouse(const MouseEvent& event) {
     if (event.kind == MouseEvent::Kind::Wheel) {
         if (!GetView3D() || !Is3DViewCurrent()) return;
-        ZoomBy(std::pow(1.0 - settings_.camTranslation[2] / 3.0, event.wheelDelta / 120.0));
+        ZoomBy(std::pow(1.0 - UsableStep(settings_.camTranslation[2]) / 3.0, event.wheelDelta / 120.0));
         UpdateScaleEntries();
         return;
     }

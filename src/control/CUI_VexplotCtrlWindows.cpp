@@ -102,6 +102,12 @@ void CUI_VexplotCtrl::CreateNavigator() {
 }
 
 void CUI_VexplotCtrl::DestroyAuxiliaryWindows() {
+    // Where the user left the floating info window is where the next
+    // control puts it (nothing is written while it is docked).
+    if (info_) {
+        CRegistryKey key(sink_, store_);
+        if (key.Open("")) info_->SavePlacement(key);
+    }
     for (auto& axis : axes_)
         if (axis) axis->AttachInfoWindow(nullptr);
     for (WindowRole role : {WindowRole::MenuButton, WindowRole::LegendButton, WindowRole::LegendWindow,
@@ -191,12 +197,12 @@ void CUI_VexplotCtrl::DeleteGraphObject(CGD_GraphObject* graph) {
 void CUI_VexplotCtrl::NavigatorMove(NavigatorPad::Zone zone, bool secondary) {
     const double turn = 1.0;  // degrees per repeat, scaled by the rotation steps below
     switch (zone) {
-        case NavigatorPad::Zone::Left: TurnBy(-turn * settings_.camRotation[1] * 10.0, 0.0); break;
-        case NavigatorPad::Zone::Right: TurnBy(turn * settings_.camRotation[1] * 10.0, 0.0); break;
-        case NavigatorPad::Zone::Top: TurnBy(0.0, turn * settings_.camRotation[0] * 10.0); break;
-        case NavigatorPad::Zone::Bottom: TurnBy(0.0, -turn * settings_.camRotation[0] * 10.0); break;
+        case NavigatorPad::Zone::Left: TurnBy(-turn * UsableStep(settings_.camRotation[1]) * 10.0, 0.0); break;
+        case NavigatorPad::Zone::Right: TurnBy(turn * UsableStep(settings_.camRotation[1]) * 10.0, 0.0); break;
+        case NavigatorPad::Zone::Top: TurnBy(0.0, turn * UsableStep(settings_.camRotation[0]) * 10.0); break;
+        case NavigatorPad::Zone::Bottom: TurnBy(0.0, -turn * UsableStep(settings_.camRotation[0]) * 10.0); break;
         case NavigatorPad::Zone::Centre: {
-            const double step = settings_.camTranslation[2] / kNavigatorZoomDivisor;
+            const double step = UsableStep(settings_.camTranslation[2]) / kNavigatorZoomDivisor;
             ZoomBy(secondary ? 1.0 + step : 1.0 - step);
             break;
         }

@@ -1,9 +1,11 @@
 #include "control/ControlSerializer.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "control/CUI_VexplotCtrl.h"
@@ -24,6 +26,18 @@ namespace {
 // (including the 0 x 0 of a control saved before it had a window) leaves
 // the control's size alone.
 constexpr int32_t kMaxExtent = 16384;
+// The most pixels a loaded extent may ask for (4096 x 4096): a few bytes in
+// a file must not make the host allocate gigabytes of picture buffers.
+constexpr int64_t kMaxPlotPixels = int64_t{4096} * 4096;
+
+// A stored extent within kMaxPlotPixels, scaled down in proportion when it
+// asks for more.
+std::pair<int32_t, int32_t> FitPlotExtent(int32_t width, int32_t height) {
+    const int64_t pixels = int64_t{width} * height;
+    if (pixels <= kMaxPlotPixels) return {width, height};
+    const double scale = std::sqrt(static_cast<double>(kMaxPlotPixels) / static_cast<double>(pixels));
+    return {std::max(1, static_cast<int32_t>(width * scale)), std::max(1, static_cast<int32_t>(height * scale))};
+}
 
 // The highest major version taken for a real plot of a later program.
 constexpr uint32_t kLastPlausibleMajor = 255;
@@ -99,29 +113,35 @@ void ControlSerializer::StoreHeader(CArchive& archive) {
     archive.WriteString(c.GetCaption());
 }
 
-void ControlSerializer::LoadHeader(CArchive& archive, Loaded& loaded) {
-    const uint32_t version = archive.ReadUInt32("header version");
-    const std::string text = std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFF);
+ControlSerializer::Header ControlSerializer::ReadHeader(CArchive& archive) {
+    Header h;
+    h.version = archive.ReadUInt32("header version");
+    const std::string text = std::to_string(h.version >> 16) + "." + std::to_string(h.version & 0xFFFF);
     const std::string ours = std::to_string(kVersion >> 16) + "." + std::to_string(kVersion & 0xFFFF);
     // A later minor version, or a major version a little above ours, is a
     // plot from a newer program; other numbers are not a plot at all.
-    const uint32_t major = version >> 16;
-    const bool newer = version > kVersion && major >= kVersion >> 16 && major <= kLastPlausibleMajor;
+    const uint32_t major = h.version >> 16;
+    const bool newer = h.version > kVersion && major >= kVersion >> 16 && major <= kLastPlausibleMajor;
     if (newer)
         archive.Fail("header version", "is " + text + ": the file was written by a newer version of Vexplot, and "
                                        "this one reads versions up to " + ours);
-    if (version >> 16 != kVersion >> 16) archive.Fail("header version", "is " + text + ", not 1.x");
-    const int32_t width = archive.ReadInt32("control width");
-    const int32_t height = archive.ReadInt32("control height");
-    const std::string caption = archive.ReadString("caption");
+    if (major != kVersion >> 16) archive.Fail("header version", "is " + text + ", not 1.x");
+    h.width = archive.ReadInt32("control width");
+    h.height = archive.ReadInt32("control height");
+    h.caption = archive.ReadString("caption");
+    return h;
+}
 
+void ControlSerializer::LoadHeader(CArchive& archive, Loaded& loaded) {
+    const auto [version, width, height, caption] = ReadHeader(archive);
     CUI_VexplotCtrl& c = control_;
     loaded.caption = caption;
     const bool sized = width > 0 && height > 0 && width <= kMaxExtent && height <= kMaxExtent;
     if (!sized || !c.site_ || !c.HasWindow(WindowRole::Control)) return;
+    const auto [w, h] = FitPlotExtent(width, height);
     PixelRect rect = c.rect_;
-    rect.right = rect.left + width;
-    rect.bottom = rect.top + height;
+    rect.right = rect.left + w;
+    rect.bottom = rect.top + h;
     if (rect.right == c.rect_.right && rect.bottom == c.rect_.bottom) return;
     // The stored extent is the size the control asks its host for.
     c.site_->MoveWindow(c.Window(WindowRole::Control), rect);
@@ -178,6 +198,18 @@ void ControlSerializer::StoreSettings(CArchive& archive) {
 void ControlSerializer::LoadSettings(CArchive& archive, Loaded& loaded) {
     CUI_VexplotCtrl& c = control_;
     ControlSettings s = c.settings_;
+    CUI_VexplotCtrl::WindowVisibility v;
+    ReadSettings(archive, s, v);
+
+    c.settings_ = std::move(s);
+    for (size_t i = 0; i < c.labels_.size(); ++i) c.labels_[i] = c.settings_.axes[i].label;
+    c.visibility_ = v;
+    loaded.settings = true;
+    // Before the window blocks, which then have the last word on their windows.
+    ApplySettings();
+}
+
+void ControlSerializer::ReadSettings(CArchive& archive, ControlSettings& s, CUI_VexplotCtrl::WindowVisibility& v) {
     archive.ReadDouble("format mark");
     archive.ReadInt32("view mode");
     s.backgroundColor = archive.ReadColor("background colour");
@@ -195,9 +227,9 @@ void ControlSerializer::LoadSettings(CArchive& archive, Loaded& loaded) {
         a.minorGridColor = archive.ReadColor(Item(i, "minor grid colour"));
         a.majorTicks = archive.ReadInt16(Item(i, "major ticks"));
         a.minorTicks = archive.ReadInt16(Item(i, "minor ticks"));
+        // Kept as stored, as the property keeps it; the axis brings an
+        // unknown format to Decimal where it formats.
         a.scaleFormat = archive.ReadInt16(Item(i, "scale format"));
-        if (a.scaleFormat < 0 || a.scaleFormat > static_cast<int16_t>(ScaleFormat::Base10))
-            archive.Fail(Item(i, "scale format"), "is " + std::to_string(a.scaleFormat) + ", not 0 to 3");
         a.displayMode = archive.ReadInt16(Item(i, "display mode"));
     }
     s.info.textColor = archive.ReadColor("info text colour");
@@ -221,16 +253,8 @@ void ControlSerializer::LoadSettings(CArchive& archive, Loaded& loaded) {
     s.moveDirection = archive.ReadInt32("legend move direction");
     s.fixedAspectRatio = archive.ReadBool("fixed aspect ratio");
 
-    CUI_VexplotCtrl::WindowVisibility v;
     for (bool* flag : {&v.title, &v.status, &v.info, &v.legend, &v.navigator})
         *flag = archive.ReadBool("window visibility");
-
-    c.settings_ = std::move(s);
-    for (size_t i = 0; i < c.labels_.size(); ++i) c.labels_[i] = c.settings_.axes[i].label;
-    c.visibility_ = v;
-    loaded.settings = true;
-    // Before the window blocks, which then have the last word on their windows.
-    ApplySettings();
 }
 
 // -- records --
@@ -383,7 +407,14 @@ void ControlSerializer::ApplySettings() {
         c.legend_->SetAutoHide(s.autoHideLegend, false);
     }
     if (IGraphDevice2D* device = c.GetDevice2D()) device->SetBackgroundColor(s.backgroundColor);
-    if (IGraphView3D* view = c.GetView3D()) view->SetBackgroundColor(s.backgroundColor);
+    if (IGraphView3D* view = c.GetView3D()) {
+        view->SetBackgroundColor(s.backgroundColor);
+        // The loaded Z display mode and quality reach the view as their
+        // properties would: dB ticks over linear heights would misstate
+        // every value.
+        view->SetLogZ(s.axes[2].displayMode == 1);
+    }
+    c.ApplyQuality3D();
 }
 
 void ControlSerializer::ShowLoadedGraphs(const Loaded& loaded) {

@@ -1,5 +1,8 @@
 #pragma once
 #include <cstdint>
+#include <string>
+
+#include "control/CUI_VexplotCtrl.h"
 
 namespace vexplot {
 
@@ -61,6 +64,19 @@ public:
 
     void Store(CArchive& archive, bool whole);
     void Load(CArchive& archive, bool whole);
+
+    // The header and the settings block read on their own, without a
+    // control (for describing a plot file); malformed bytes raise
+    // ArchiveError as Load does.
+    struct Header {
+        uint32_t version = 0;
+        int32_t width = 0;
+        int32_t height = 0;
+        std::string caption;
+    };
+    static Header ReadHeader(CArchive& archive);
+    // Reads into `s` the values the block holds; the rest of `s` stays.
+    static void ReadSettings(CArchive& archive, ControlSettings& s, CUI_VexplotCtrl::WindowVisibility& v);
 
 private:
     struct Loaded;

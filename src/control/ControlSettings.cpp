@@ -1,10 +1,9 @@
 #include "control/ControlSettings.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <string_view>
 
 #include "settings/CRegistryKey.h"
+#include "settings/NumberText.h"
 #include "ui/LogFontRecord.h"
 
 namespace vexplot {
@@ -43,15 +42,17 @@ std::string ReadString(CRegistryKey& key, std::string_view name, const std::stri
     return fallback;
 }
 
-// A double kept as "%f" text. When missing, `inMemory` is used and
-// `written` is what the store receives (the two differ on purpose).
+// A double kept as "%f" text, read in no locale (a comma written by a
+// process under a comma locale is read as the point). When missing,
+// `inMemory` is used and `written` is what the store receives (the two
+// differ on purpose); text that is no number also keeps `inMemory`.
 double ReadDouble(CRegistryKey& key, std::string_view name, double inMemory, const char* written) {
     const std::string text = key.ReadString(name);
     if (text.empty()) {
         key.WriteString(name, written);
         return inMemory;
     }
-    return std::strtod(text.c_str(), nullptr);
+    return ParseDouble(text).value_or(inMemory);
 }
 
 std::string AxisName(char letter, const char* rest) { return std::string(1, letter) + "-Axis " + rest; }
@@ -146,9 +147,11 @@ void ControlSettings::ReadInfo(MessageSink* sink, const std::shared_ptr<Settings
     info.backColor = ReadColor(key, "InfoBackgroundColor", info.backColor);
     static constexpr const char* kItems[] = {"CurrPosVisible",   "MarkerVisible", "TracerVisible",
                                              "DiffTracerVisible", "RegionVisible", "ZoomVisible"};
+    // As the info window reads them itself: only exactly 1 shows a kind
+    // (a stored 2 hides it), and a missing value is written as 1.
     info.itemBits = 0;
     for (uint32_t i = 0; i < 6; ++i)
-        if (ReadBool(key, kItems[i], true)) info.itemBits |= 1u << i;
+        if (ReadInt(key, kItems[i], 1) == 1) info.itemBits |= 1u << i;
     info.transparent = ReadBool(key, "Transparent", false);
     const int32_t visible = key.ReadInt("Visible");  // not written back when missing
     info.visible = visible != -1 && visible != 0;

@@ -1,5 +1,7 @@
 #pragma once
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -110,5 +112,10 @@ private:
     void ReadLegend(CRegistryKey& key);
     void ReadInfoFont(CRegistryKey& key);
 };
+
+// A camera step as the mouse and the navigator use it: the stored value may
+// come from another program's store or a file, so it is held to the -1 .. 1
+// the property page allows, and a value that is not a number moves nothing.
+inline double UsableStep(double step) { return std::isfinite(step) ? std::clamp(step, -1.0, 1.0) : 0.0; }
 
 }  // namespace vexplot

@@ -1,9 +1,12 @@
 #include "control/EngineHost.h"
 
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "com/ClassRegistry.h"
+#include "com/ErrorInfo.h"
 #include "com/Guid.h"
 #include "site/IControlSite.h"
 #include "control/StringTable.h"
@@ -27,7 +30,7 @@ std::string EngineHost::ReadEngineSetting() {
     return key.Open("") ? key.ReadString("Engine") : std::string();
 }
 
-void EngineHost::Discover() {
+std::string EngineHost::Discover() {
     CRegistryKey list(sink_, store_);
     std::string name;
     std::string clsid;
@@ -40,16 +43,22 @@ void EngineHost::Discover() {
         }
     }
     CRegistryKey root(sink_, store_);
-    if (!root.Open("")) return;
-    root.WriteString("EngineName", name);
-    root.WriteString("Engine", clsid);
+    if (root.Open("")) {
+        root.WriteString("EngineName", name);
+        root.WriteString("Engine", clsid);
+    }
+    return clsid;
 }
 
 bool EngineHost::TryCreate(const std::string& clsidText) {
     const std::optional<CLSID> clsid = GUID::Parse(clsidText);
     if (!clsid) return false;
     HRESULT hr = S_OK;
+    ClearErrorInfo();
     ComPtr<IGraphEngine> engine = CreateInstance<IGraphEngine>(*clsid, CLSCTX_INPROC_SERVER, &hr);
+    // The loader's reason (a missing library, a symbol it lacks) goes into
+    // the message that follows, so the user can act on it.
+    loadFailure_ = FAILED(hr) || !engine ? TakeErrorInfo() : std::string();
     if (FAILED(hr) || !engine) return false;
     engine_ = std::move(engine);
     return true;
@@ -67,11 +76,10 @@ std::string EngineHost::ChooseAnother() {
     const std::optional<EngineEntry> choice = site_.ChooseEngine(engines);
     if (!choice) throw EngineStartError();
     CRegistryKey root(sink_, store_);
-    if (root.Open("")) {
-        root.WriteString("Engine", choice->clsidText);
-        root.WriteString("EngineName", choice->name);
-    }
-    return ReadEngineSetting();
+    const bool written = root.Open("") && root.WriteString("Engine", choice->clsidText) == 0;
+    if (written) root.WriteString("EngineName", choice->name);
+    // Unwritten, the setting would still name the engine that just failed.
+    return written ? ReadEngineSetting() : choice->clsidText;
 }
 
 void EngineHost::Show(const std::string& text) { site_.MessageBox(text, kCaption, MessageButtons::Ok); }
@@ -86,8 +94,11 @@ void EngineHost::Create(const Binding& binding) {
     Release();
     std::string clsid = ReadEngineSetting();
     if (clsid.empty()) {
-        Discover();
+        const std::string discovered = Discover();
         clsid = ReadEngineSetting();
+        // A store that could not take the setting (locked, read-only) still
+        // lets this run use the engine it found.
+        if (clsid.empty()) clsid = discovered;
     }
     // An engine that cannot be created, or whose rendering context cannot
     // be set up, is the same failure to the user: choose another one.
@@ -96,7 +107,8 @@ void EngineHost::Create(const Binding& binding) {
             if (SUCCEEDED(engine_->Initialize())) break;
             engine_.Reset();
         }
-        Show(StringTable::Get(StringTable::kEngineNotInitialized));
+        const std::string reason = std::exchange(loadFailure_, std::string());
+        Show(StringTable::Get(StringTable::kEngineNotInitialized) + (reason.empty() ? "" : "\n\n" + reason + "."));
         try {
             clsid = ChooseAnother();
         } catch (const EngineStartError&) {

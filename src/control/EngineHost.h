@@ -75,7 +75,9 @@ public:
 
 private:
     std::string ReadEngineSetting();
-    void Discover();
+    // Writes the wanted engine of the "Engine" list as the setting and
+    // answers its CLSID text (empty when the list lacks it).
+    std::string Discover();
     bool TryCreate(const std::string& clsidText);
     std::string ChooseAnother();
     void Show(const std::string& text);
@@ -87,6 +89,7 @@ private:
     ComPtr<IGraphEngine> engine_;
     ComPtr<IGraphDevice2D> device_;
     ComPtr<IGraphView3D> view_;
+    std::string loadFailure_;  // why the last engine could not be created, in words
     std::string engineName_;
 };
 

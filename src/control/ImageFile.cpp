@@ -46,7 +46,7 @@ std::string Write(const std::string& path, const std::vector<uint8_t>& bytes) {
         });
         return {};
     } catch (const ComError& e) {
-        return "cannot write " + path + ": " + (e.Description().empty() ? std::string(e.what()) : e.Description());
+        return "cannot write " + path + ": " + (e.Description().empty() ? HResultWords(e.Code()) : e.Description());
     }
 }
 

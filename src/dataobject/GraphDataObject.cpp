@@ -218,16 +218,22 @@ HRESULT GraphDataObject::PutValue(int32_t row, int32_t column, double value) {
 
 // IGraphDataAccess ---------------------------------------------------------
 
+// A grid whose cells are all NaN or infinite has no extent: the 0 given
+// then comes with S_FALSE, so that nobody takes 0 .. 0 for its range.
+HRESULT GraphDataObject::ExtentResult() const {
+    return contents_.HasGrid() && extent_.FiniteCount() == 0 ? S_FALSE : S_OK;
+}
+
 HRESULT GraphDataObject::GetZMin(double* zMin) {
     if (!zMin) return E_POINTER;
     *zMin = Extent().min;
-    return S_OK;
+    return ExtentResult();
 }
 
 HRESULT GraphDataObject::GetZMax(double* zMax) {
     if (!zMax) return E_POINTER;
     *zMax = Extent().max;
-    return S_OK;
+    return ExtentResult();
 }
 
 HRESULT GraphDataObject::GetData(Variant* grid) {

@@ -121,6 +121,7 @@ private:
     HRESULT PutText(std::string GraphContents::*field, const std::string& text);
     static HRESULT GetText(const std::string& field, std::string* text);
     const ZExtentCache::Extent& Extent();
+    HRESULT ExtentResult() const;
 
     GraphContents contents_;
     ZExtentCache extent_;

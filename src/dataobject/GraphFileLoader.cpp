@@ -34,6 +34,10 @@ GraphContents ReadText(StreamReader& reader, bool commaSeparated) {
 }
 
 GraphContents ReadByExtension(StreamReader& reader, const std::string& extension) {
+    // Read as text, a plot file's bytes would give a confusing fault about
+    // some "cell" deep inside it.
+    if (extension == ".vxg")
+        reader.Fail(STG_E_DOCFILECORRUPT, "this is a plot file (.vxg), not a data file: open it as a plot");
     if (extension == ".3do" || extension == ".npy") {
         GraphContents contents = extension == ".3do" ? GraphStreamFormat::Read(reader) : NpyReader::Read(reader);
         if (reader.Remaining() > 0)

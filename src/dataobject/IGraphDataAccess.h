@@ -16,6 +16,7 @@ public:
     using Base = IUnknown;
     static constexpr IID kIid = GUID::FromLiteral("{7E9F49F0-4181-4FBF-8D6C-321559E33721}");
 
+    // Slots 3 and 4 answer S_FALSE (and 0) for a grid without a finite value.
     virtual HRESULT GetZMin(double* zMin) = 0;             // slot 3: lowest finite value
     virtual HRESULT GetZMax(double* zMax) = 0;             // slot 4: highest finite value
     virtual HRESULT GetData(Variant* grid) = 0;            // slot 5: VT_ARRAY|VT_R8, two dimensions

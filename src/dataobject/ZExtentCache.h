@@ -28,6 +28,8 @@ public:
     // constant time, unless the cell held the lowest or highest value and
     // moved inwards, in which case the next Get rescans.
     void CellChanged(double before, double after);
+    // The count of finite cells as of the last Get.
+    int64_t FiniteCount() const { return finite_; }
 
 private:
     Extent extent_;

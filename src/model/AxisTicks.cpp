@@ -1,6 +1,8 @@
 #include "model/AxisTicks.h"
 
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace vexplot {
 
@@ -16,9 +18,7 @@ int TickCount(double lo, double hi, double step) {
     return count >= 1 && count <= kMaxTickCount ? static_cast<int>(count) : 0;
 }
 
-}  // namespace
-
-AxisTicks ComputeTicks(double min, double max, double step) {
+AxisTicks ComputeTicksInRange(double min, double max, double step) {
     const double range = max - min;
     if (!std::isfinite(min) || !std::isfinite(max) || !std::isfinite(range) || !(range > 0)) return {step, {}};
 
@@ -47,6 +47,26 @@ AxisTicks ComputeTicks(double min, double max, double step) {
     ticks.values.reserve(static_cast<size_t>(count) + 2);
     ticks.values.push_back(lo - step);
     for (int i = 1; i <= count + 1; ++i) ticks.values.push_back((i - 1) * step + lo);
+    return ticks;
+}
+
+}  // namespace
+
+AxisTicks ComputeTicks(double min, double max, double step) {
+    // Near the largest double the range, or the rounded ends one step
+    // beyond it, overflow: the ticks are then found on the range shrunk by
+    // a power of ten and scaled back, and those beyond the doubles dropped.
+    constexpr double kLarge = 1e300;
+    constexpr double kShrink = 1e10;
+    const bool large = std::fabs(min) > kLarge || std::fabs(max) > kLarge || !std::isfinite(max - min);
+    if (!large || !std::isfinite(min) || !std::isfinite(max)) return ComputeTicksInRange(min, max, step);
+    AxisTicks ticks = ComputeTicksInRange(min / kShrink, max / kShrink, step / kShrink);
+    ticks.step *= kShrink;
+    std::vector<double> kept;
+    kept.reserve(ticks.values.size());
+    for (const double v : ticks.values)
+        if (std::isfinite(v * kShrink)) kept.push_back(v * kShrink);
+    ticks.values = std::move(kept);
     return ticks;
 }
 

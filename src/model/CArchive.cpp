@@ -121,7 +121,7 @@ public:
 
     void Flush() {
         const HRESULT hr = buffered->Flush();
-        if (FAILED(hr)) throw StreamError(hr, "the archive's buffer could not be given to the stream");
+        if (FAILED(hr)) throw StreamError(hr, HResultWords(hr) + " while writing the archive's buffer to the stream");
     }
 
     // After an embedded object moved the stream itself.

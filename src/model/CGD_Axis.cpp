@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -79,10 +80,19 @@ CGD_Axis::Direction CGD_Axis::DirectionOf(AxisId id) {
     return {0, 0, 1};
 }
 
-void CGD_Axis::SetAppearance(const Appearance& look) {
-    look_ = look;
-    look_.majorTicks = std::max(look_.majorTicks, 0);
-    look_.minorTicks = std::max(look_.minorTicks, 0);
+void CGD_Axis::SetAppearance(const Appearance& look) { look_ = Usable(look); }
+
+// The values come from the settings store, a property or a file, any of
+// which may hold what no dialog accepts; a count of 32767 ticks would make
+// every render of this user grow without bound.
+CGD_Axis::Appearance CGD_Axis::Usable(Appearance look) {
+    look.majorTicks = std::clamp(look.majorTicks, 1, kMaxTicks);
+    look.minorTicks = std::clamp(look.minorTicks, 0, kMaxTicks);
+    const auto format = static_cast<int32_t>(look.scaleFormat);
+    if (format < 0 || format > static_cast<int32_t>(ScaleFormat::Base10)) look.scaleFormat = ScaleFormat::Decimal;
+    if (look.displayMode != DisplayMode::Decibel) look.displayMode = DisplayMode::Linear;
+    look.decimalCount = std::clamp(look.decimalCount, 1, kMaxDecimalCount);
+    return look;
 }
 
 // texts:
@@ -102,10 +112,12 @@ CGD_Axis::Ticks CGD_Axis::MakeTicks(double min, double max) const {
     if (min > max) std::swap(min, max);
     if (min == max) {
         const double half = min == 0 ? 1.0 : std::fabs(min) / 10;
-        min -= half;
-        max += half;
+        // Held within the doubles, so constant data near the largest one
+        // still gets its ticks.
+        min = std::max(min - half, -std::numeric_limits<double>::max());
+        max = std::min(max + half, std::numeric_limits<double>::max());
     }
-    AxisTicks ticks = ComputeTicks(min, max, (max - min) / std::max(look_.majorTicks, 1));
+    AxisTicks ticks = ComputeTicks(min, max, (max - min) / look_.majorTicks);
     Ticks result{ticks.step, std::move(ticks.values), {}};
     const TextMarkup markup = Markup();
     result.texts.reserve(result.values.size());
@@ -197,7 +209,7 @@ void CGD_Axis::Serialize(CArchive& archive) {
     Record record = Load(archive);
     id_ = record.id;
     direction_ = record.direction;
-    look_ = std::move(record.look);
+    look_ = Usable(std::move(record.look));
     // The entry's letter follows the loaded direction.
     if (info_) AttachInfoWindow(info_);
 }

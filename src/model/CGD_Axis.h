@@ -57,8 +57,8 @@ public:
         friend bool operator==(const DrawingFlags&, const DrawingFlags&) = default;
     };
 
-    // Everything the settings, the properties and the plot file set.
-    // Tick counts are never negative.
+    // Everything the settings, the properties and the plot file set. What
+    // an axis holds is always usable (see Usable).
     struct Appearance {
         std::string label;
         bool shown = true;         // the axis is drawn at all
@@ -101,7 +101,14 @@ public:
 
     // appearance:
     const Appearance& GetAppearance() const { return look_; }
-    // Negative tick counts are taken as 0.
+    // The most ticks of either kind an axis draws, and the widest precision.
+    static constexpr int32_t kMaxTicks = 10;
+    static constexpr int32_t kMaxDecimalCount = 15;
+    // `look` brought into the ranges the axis can draw: 1 .. kMaxTicks major
+    // and 0 .. kMaxTicks minor ticks, 1 .. kMaxDecimalCount decimals, an
+    // unknown scale format as Decimal and an unknown display mode as Linear.
+    static Appearance Usable(Appearance look);
+    // Keeps Usable(look).
     void SetAppearance(const Appearance& look);
     void SetLabel(std::string label) { look_.label = std::move(label); }
     const LogicalFont& Font(AxisFontRole role) const { return fonts_[static_cast<size_t>(role)]; }
@@ -141,6 +148,11 @@ public:
     void UpdateScaleEntry();
 
     // settings:
+    // For an axis used on its own (a detached view host, a tool). The
+    // control reads the same values once for all its axes through
+    // ControlSettings, which also writes missing ones back and serves the
+    // properties; both paths end in SetAppearance, so Usable applies the
+    // same ranges to either.
     // Opens the product key through `key` (left open there) and reads the
     // values "<letter>-Axis ..." one after the other. A missing value keeps
     // the field, except the number colour, which becomes 0, and the decimal

@@ -347,6 +347,13 @@ double CGD_GraphObject::ZMinClamp() const {
     return value;
 }
 
+bool CGD_GraphObject::HasZExtent() const {
+    double value = 0.0;
+    const HRESULT hr = Require(access_)->GetZMin(&value);
+    Check(hr, IGraphDataAccess::kIid);
+    return hr == S_OK;
+}
+
 double CGD_GraphObject::ZMaxClamp() const {
     double value = 0.0;
     Check(Require(access_)->GetZMax(&value), IGraphDataAccess::kIid);

@@ -149,6 +149,8 @@ public:
     void SetValue(int32_t row, int32_t column, double value);  // slot 25
     // Lowest and highest finite value (access slots 3 and 4).
     double ZMinClamp() const;
+    // False when the grid holds no finite value (all NaN or infinite).
+    bool HasZExtent() const;
     double ZMaxClamp() const;
     // The data set's name (IGraphData slot 22).
     std::string Name() const;

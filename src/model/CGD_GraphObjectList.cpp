@@ -70,6 +70,14 @@ CGD_GraphObject& CGD_GraphObjectList::AddDataObject(IUnknown* dataObject, IViewH
     return Add(std::move(graph));
 }
 
+CGD_GraphObject& CGD_GraphObjectList::AddFromFile(const std::string& path, IViewHost* owner, bool dataFlag,
+                                                  bool keepFullRange) {
+    auto graph = std::make_unique<CGD_GraphObject>();
+    graph->CreateFromFile(path, owner, keepFullRange);
+    graph->SetDataFlag(dataFlag);
+    return Add(std::move(graph));
+}
+
 CGD_GraphObject* CGD_GraphObjectList::CopyArrayData(const SafeArray& grid, IViewHost* owner, bool dataFlag,
                                                     bool keepFullRange) {
     CGD_GraphObject* showing = ShowingExternalData();

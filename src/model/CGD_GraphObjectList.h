@@ -17,18 +17,9 @@ class IViewHost;
 // graph object is the entry at that index when 0 <= index < count, none
 // otherwise. Owns its graph objects, and the control's own data object (the
 // one CopyArrayData fills), together with the operations that replace data
-// and read or refuse the clamp properties for the active object.
+// and read the clamp properties of the active object.
 class CGD_GraphObjectList {
 public:
-    // A call the control refuses: it reports `code` and `text` through
-    // FireError and then completes the call (getters answer 0).
-    struct Refusal {
-        HRESULT code;
-        const char* text;
-    };
-    static constexpr Refusal kNotImplemented{MakeHResult(0x800A0005),
-                                             "Sorry but this function is not yet implemented."};
-
     CGD_GraphObjectList();
     ~CGD_GraphObjectList();
     CGD_GraphObjectList(const CGD_GraphObjectList&) = delete;
@@ -53,6 +44,10 @@ public:
     // A new graph object bound to `dataObject` (Attach), given the control's
     // data flag, appended and made active. The caller lets it UpdateEngine.
     CGD_GraphObject& AddDataObject(IUnknown* dataObject, IViewHost* owner, bool dataFlag, bool keepFullRange);
+    // A new graph object over a data object loaded from the file `path`
+    // (CGD_GraphObject::CreateFromFile), appended as AddDataObject does. A
+    // file that does not load raises its ComError and adds nothing.
+    CGD_GraphObject& AddFromFile(const std::string& path, IViewHost* owner, bool dataFlag, bool keepFullRange);
     // Shows `grid` (two dimensions, dimension 1 = X) through the control's
     // own data object. When a graph object shows that data object and the
     // grid's sizes equal its current scale lengths, the grid is put in place
@@ -71,13 +66,9 @@ public:
     // clamp properties of the active object (0 without one):
     double ZMinClamp() const;
     double ZMaxClamp() const;
-    // Clamping is not part of this system: each of these is refused.
-    static Refusal SetZMinClamp(double) { return kNotImplemented; }
-    static Refusal SetZMaxClamp(double) { return kNotImplemented; }
-    static Refusal GetDataClamp() { return kNotImplemented; }
-    static Refusal SetDataClamp(int32_t) { return kNotImplemented; }
-    static Refusal GetPaletteAutoAdjust() { return kNotImplemented; }
-    static Refusal SetPaletteAutoAdjust(int32_t) { return kNotImplemented; }
+    // Setting a clamp and the data-clamp and auto-adjust flags are refused
+    // by the control itself, as members it does not implement
+    // (CUI_VexplotCtrl::UnimplementedMembers).
 
 private:
     CGD_GraphObject* ShowingExternalData() const;

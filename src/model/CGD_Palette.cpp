@@ -129,7 +129,7 @@ int CGD_Palette::LoadFile(const std::string& path) {
     if (path.empty()) return Fail(kErrorNoFileName);
     fileName_ = path;
     HRESULT hr = S_OK;
-    const ComPtr<FileStream> file = FileStream::Open(path, FileStream::Mode::Read, &hr);
+    const ComPtr<FileStream> file = FileStream::Open(path, FileStream::Mode::Read, &hr, &openFailure_);
     if (!file) return Fail(kErrorCannotOpen);
     ReplaceColors(PaletteFile::Read(*file));
     RebuildStrip();

@@ -177,6 +177,8 @@ public:
     int GetLastError() const { return lastError_; }
     int GetPaletteId() const { return paletteId_; }
     const std::string& GetFileName() const { return fileName_; }
+    // Why the last LoadFile could not open its file, in words.
+    const std::string& GetOpenFailure() const { return openFailure_; }
 
 private:
     void Store(CArchive& archive) const;
@@ -197,6 +199,7 @@ private:
     mutable std::optional<RgbaRaster> strip_;
     uint32_t stretchedHeight_ = 0;
     std::string fileName_;
+    std::string openFailure_;
 };
 
 }  // namespace vexplot

@@ -131,8 +131,8 @@ public:
     Walker(IStream* stream, CArchive& archive, RecordInspector::Report& report)
         : stream_(stream), archive_(archive), report_(report) {}
 
-    void Run() {
-        while (archive_.Remaining() > 0) TopLevelRecord();
+    void Run(int maxRecords) {
+        for (int n = 0; archive_.Remaining() > 0 && (maxRecords < 0 || n < maxRecords); ++n) TopLevelRecord();
     }
 
 private:
@@ -395,7 +395,7 @@ int RecordInspector::Report::TopLevelCount() const {
     return static_cast<int>(std::count_if(records.begin(), records.end(), [](const Record& r) { return r.depth == 0; }));
 }
 
-RecordInspector::Report RecordInspector::Inspect(IStream* stream) {
+RecordInspector::Report RecordInspector::Inspect(IStream* stream, int maxRecords) {
     Report report;
     RegisterGraphDataClass();
     uint64_t offset = 0;
@@ -403,7 +403,7 @@ RecordInspector::Report RecordInspector::Inspect(IStream* stream) {
         CArchive archive(stream, CArchive::Mode::Load);
         offset = archive.Offset();
         try {
-            Walker(stream, archive, report).Run();
+            Walker(stream, archive, report).Run(maxRecords);
         } catch (...) {
             offset = archive.Offset();
             throw;

@@ -51,9 +51,10 @@ public:
         int TopLevelCount() const;
     };
 
-    // Reads `stream` (borrowed) from its position to its end. Registers the
-    // data object's class, so that embedded data objects load.
-    static Report Inspect(IStream* stream);
+    // Reads `stream` (borrowed) from its position to its end, or to the end
+    // of its first `maxRecords` top-level records when that is not negative.
+    // Registers the data object's class, so that embedded data objects load.
+    static Report Inspect(IStream* stream, int maxRecords = -1);
     // The report for people: "<name>: archive of N records", then a line
     // per record ("@offset  title") and per field, indented. The error is
     // not part of it.

@@ -173,7 +173,11 @@ long CRegistryKey::Write(std::string_view name, ValueType type, const void* data
         return RegistryStatus::kInvalidParameter;
     }
     const std::span bytes(static_cast<const uint8_t*>(data), size);
-    return store_->PutValue(path_, name, type, bytes);
+    const long status = store_->PutValue(path_, name, type, bytes);
+    // A store that another process keeps locked is said at the first write
+    // it stops (the store hands the text out once).
+    if (status == RegistryStatus::kLockViolation) ReportStoreFailure();
+    return status;
 }
 
 std::optional<RegistryValue> CRegistryKey::ReadTyped(std::string_view name, ValueType type) const {

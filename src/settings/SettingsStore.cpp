@@ -19,8 +19,17 @@ namespace {
 
 constexpr const char* kMemoryPath = ":memory:";
 // Long enough that a burst of writers from several processes queue up rather
-// than fail; a write that still cannot get the lock reports kLockViolation.
-constexpr int kBusyTimeoutMs = 10000;
+// than fail (each holds the lock for milliseconds), short enough that a
+// store another process keeps locked costs a host one short pause; a write
+// that still cannot get the lock reports kLockViolation.
+constexpr int kBusyTimeoutMs = 2000;
+// Opening waits longer: a process switching a new file to WAL mode holds it
+// exclusively, and a store that fails to open stays unusable.
+constexpr int kOpenBusyTimeoutMs = 10000;
+// Reads wait much less: a reader in WAL mode only meets a lock when another
+// process holds the database exclusively, and then the value reads as
+// missing (the default) rather than stalling the host.
+constexpr int kReadBusyTimeoutMs = 250;
 constexpr int kWalRetryPauseMs = 5;
 // Marks a file as ours ("VXPT"), so a path that names some other program's
 // SQLite database is refused instead of having our tables added to it.
@@ -171,7 +180,7 @@ bool SettingsStore::OpenDatabase() {
         Fail(result, "cannot be opened");
         return false;
     }
-    sqlite3_busy_timeout(db_, kBusyTimeoutMs);
+    sqlite3_busy_timeout(db_, kOpenBusyTimeoutMs);
     if (!CheckIsSettingsDatabase()) {
         return false;
     }
@@ -239,7 +248,7 @@ bool SettingsStore::EnableWal() {
     // not wait through the busy handler: another process opening the new
     // file at the same moment makes it fail at once. So wait here instead.
     auto mode = QueryText("PRAGMA journal_mode=WAL", &result);
-    for (int waited = 0; (result & 0xff) == SQLITE_BUSY && waited < kBusyTimeoutMs;
+    for (int waited = 0; (result & 0xff) == SQLITE_BUSY && waited < kOpenBusyTimeoutMs;
          waited += kWalRetryPauseMs) {
         sqlite3_sleep(kWalRetryPauseMs);
         mode = QueryText("PRAGMA journal_mode=WAL", &result);
@@ -297,6 +306,7 @@ std::optional<std::string> SettingsStore::TakeFailureToReport() {
 // failure before the store was ready, makes the store unusable for good.
 long SettingsStore::Fail(int sqliteResult, std::string_view context) {
     const int primary = sqliteResult & 0xff;
+    if (opened_ && (primary == SQLITE_BUSY || primary == SQLITE_LOCKED)) return Busy(sqliteResult);
     // The connection's own message is more precise, but only when it is about this failure.
     const bool connectionKnows = db_ != nullptr && (sqlite3_errcode(db_) & 0xff) == primary;
     std::string text = "The settings database \"" + path_ + "\" " + std::string(context) + ": ";
@@ -313,6 +323,25 @@ long SettingsStore::Fail(int sqliteResult, std::string_view context) {
         unusableStatus_ = status;
     }
     return status;
+}
+
+// Another process holds the lock past the wait. Said once when it starts;
+// until a call gets through again, calls do not wait at all, so a store
+// locked for minutes costs one wait, not one per value.
+long SettingsStore::Busy(int sqliteResult) {
+    if (!busy_) {
+        busy_ = true;
+        failureText_ = "The settings database \"" + path_ +
+                       "\" is locked by another process: settings that cannot be read keep their "
+                       "defaults and changes are not saved until it is released";
+        failureReported_ = false;
+    }
+    return StatusFor(sqliteResult);
+}
+
+void SettingsStore::Wait(bool writing) {
+    if (!db_) return;
+    sqlite3_busy_timeout(db_, busy_ ? 0 : writing ? kBusyTimeoutMs : kReadBusyTimeoutMs);
 }
 
 // helpers:
@@ -346,6 +375,7 @@ long SettingsStore::InWriteTransaction(const std::function<long()>& body) {
     if (status == RegistryStatus::kSuccess) {
         result = Execute("COMMIT");
         if (result == SQLITE_OK) {
+            busy_ = false;
             return status;
         }
         Fail(result, "cannot be written");
@@ -394,6 +424,7 @@ long SettingsStore::CreateKey(std::string_view path, bool* created) {
     if (!Ready()) {
         return Unusable();
     }
+    Wait(true);
     // Looking first keeps opening an existing key free of the write lock and
     // working on a read-only file.
     if (FindKeyId(path)) {
@@ -404,6 +435,7 @@ long SettingsStore::CreateKey(std::string_view path, bool* created) {
 
 bool SettingsStore::KeyExists(std::string_view path) {
     std::lock_guard lock(mutex_);
+    Wait(false);
     return Ready() && FindKeyId(path).has_value();
 }
 
@@ -415,6 +447,7 @@ long SettingsStore::DeleteKeyTree(std::string_view path) {
     if (!Ready()) {
         return Unusable();
     }
+    Wait(true);
     return InWriteTransaction([&]() -> long {
         const auto id = FindKeyId(path);
         if (!id) {
@@ -441,6 +474,7 @@ std::vector<std::string> SettingsStore::SubKeyNames(std::string_view path) {
     if (!Ready()) {
         return names;
     }
+    Wait(false);
     SqliteStatement list(db_,
                          "SELECT child.path FROM keys child JOIN keys parent "
                          "ON child.parent = parent.id WHERE parent.path = ?1 ORDER BY child.path");
@@ -463,6 +497,7 @@ long SettingsStore::PutValue(std::string_view keyPath, std::string_view name, Va
     if (!Ready()) {
         return Unusable();
     }
+    Wait(true);
     // One statement, so atomic on its own; the upsert keeps the row, and so
     // the value's place and first-written name.
     SqliteStatement put(db_,
@@ -477,6 +512,7 @@ long SettingsStore::PutValue(std::string_view keyPath, std::string_view name, Va
     if (const int result = put.Run(); result != SQLITE_DONE) {
         return Fail(result, "cannot be written");
     }
+    busy_ = false;
     // No row: the key is gone (deleted since the caller opened it).
     return sqlite3_changes(db_) > 0 ? RegistryStatus::kSuccess : RegistryStatus::kKeyDeleted;
 }
@@ -487,6 +523,7 @@ std::optional<RegistryValue> SettingsStore::GetValue(std::string_view keyPath,
     if (!Ready()) {
         return std::nullopt;
     }
+    Wait(false);
     SqliteStatement get(db_,
                         "SELECT vals.name, vals.type, vals.data FROM vals JOIN keys "
                         "ON vals.key = keys.id WHERE keys.path = ?1 AND vals.name = ?2");
@@ -508,6 +545,7 @@ long SettingsStore::DeleteValue(std::string_view keyPath, std::string_view name)
     if (!Ready()) {
         return Unusable();
     }
+    Wait(true);
     SqliteStatement remove(db_,
                            "DELETE FROM vals WHERE name = ?2 AND "
                            "key = (SELECT id FROM keys WHERE path = ?1)");
@@ -525,6 +563,7 @@ std::vector<RegistryValue> SettingsStore::Values(std::string_view keyPath) {
     if (!Ready()) {
         return values;
     }
+    Wait(false);
     SqliteStatement list(db_,
                          "SELECT vals.name, vals.type, vals.data FROM vals JOIN keys "
                          "ON vals.key = keys.id WHERE keys.path = ?1 ORDER BY vals.id");

@@ -24,7 +24,10 @@ namespace vexplot {
 // NOCASE) and keep the case first written. Values keep their insertion order.
 // Every write is one statement or one BEGIN IMMEDIATE transaction, the
 // database runs in WAL mode with a busy timeout, so processes writing at the
-// same time wait for each other instead of losing values.
+// same time wait for each other instead of losing values. A lock held past
+// the wait (another process keeping a transaction open) is reported once;
+// calls then fail at once until one gets through, and reads wait only
+// briefly, so a locked store never stalls its host for long.
 //
 // A database that cannot be opened, is not a settings database or turns out
 // to be corrupt makes the store unusable for the rest of the process: reads
@@ -93,7 +96,10 @@ private:
 
     // failures:
     long Fail(int sqliteResult, std::string_view context);
+    long Busy(int sqliteResult);
     long Unusable() const { return unusableStatus_; }
+    // Sets the connection's busy wait for the next call.
+    void Wait(bool writing);
     bool Ready() const { return db_ != nullptr && unusableStatus_ == 0; }
 
     // helpers (called with mutex_ held):
@@ -110,6 +116,7 @@ private:
     long unusableStatus_ = 0;        // non-zero once the database must not be used again
     std::string failureText_;        // the latest failure, for its one message
     bool failureReported_ = false;
+    bool busy_ = false;              // the last call found the lock held by another process
 };
 
 }  // namespace vexplot

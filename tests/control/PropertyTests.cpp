@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 #include <map>
 #include <optional>
@@ -196,6 +197,32 @@ TEST_F(PropertyTest, ValuesSetInOneControlAreTheDefaultsOfTheNext) {
     EXPECT_EQ(next->GetInfoWindow()->TextColor(), 0x123456u);
     EXPECT_EQ(next->GetInfoWindow()->Font().face, "Courier New");
     next->Destroy();
+}
+
+// A host whose locale writes "0,75" (Qt programs take LC_NUMERIC from the
+// environment) still shares its store with every other process: numbers go
+// in with a point, and a comma written by an older run reads as one.
+TEST_F(PropertyTest, CameraStepsKeepTheirValueUnderACommaLocale) {
+    const std::string previous = std::setlocale(LC_ALL, nullptr);
+    if (!std::setlocale(LC_ALL, "de_DE.UTF-8")) GTEST_SKIP() << "the de_DE.UTF-8 locale is not installed";
+    char comma[16];
+    std::snprintf(comma, sizeof comma, "%.2f", 0.75);
+    ASSERT_STREQ(comma, "0,75");
+    CreateWorking();
+    ASSERT_EQ(control->PutProperty(46, Variant(0.75)), S_OK);
+    EXPECT_EQ(Read("3DView", "X-Translation"), "0.750000");
+    {
+        CRegistryKey key(nullptr, store);
+        ASSERT_NE(key.Open("3DView"), 0);
+        key.WriteString("Z-Rotation", "0,500000");
+    }
+    auto next = Next();
+    const double x = next->GetProperty(46).R8();
+    const double z = next->GetProperty(51).R8();
+    next->Destroy();
+    std::setlocale(LC_ALL, previous.c_str());
+    EXPECT_EQ(x, 0.75);
+    EXPECT_EQ(z, 0.5);
 }
 
 TEST_F(PropertyTest, InfoTextColorAvoidsTheTransparencyKeys) {

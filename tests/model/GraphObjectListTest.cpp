@@ -93,18 +93,6 @@ TEST_F(GraphObjectListTest, ClampGettersReadTheActiveObjectsExtent) {
     EXPECT_EQ(list.ZMaxClamp(), 9.0);
 }
 
-TEST_F(GraphObjectListTest, ClampAndAutoAdjustAreRefused) {
-    const CGD_GraphObjectList::Refusal refusals[] = {
-        CGD_GraphObjectList::SetZMinClamp(1.0),       CGD_GraphObjectList::SetZMaxClamp(1.0),
-        CGD_GraphObjectList::GetDataClamp(),          CGD_GraphObjectList::SetDataClamp(1),
-        CGD_GraphObjectList::GetPaletteAutoAdjust(),  CGD_GraphObjectList::SetPaletteAutoAdjust(1),
-    };
-    for (const auto& refusal : refusals) {
-        EXPECT_EQ(static_cast<uint32_t>(refusal.code), 0x800A0005u);
-        EXPECT_STREQ(refusal.text, "Sorry but this function is not yet implemented.");
-    }
-}
-
 TEST_F(GraphObjectListTest, RemovingKeepsTheActiveObjectOrLeavesNone) {
     struct Case {
         int removed;

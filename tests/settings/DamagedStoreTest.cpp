@@ -2,6 +2,7 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 
@@ -99,6 +100,47 @@ TEST(DamagedStore, AFileWithoutReadPermissionIsReportedAndKept) {
     UseBrokenStore(SettingsStore::OpenUnshared(dir.File("registry.db")), sink);
     std::filesystem::permissions(dir.File("registry.db"), std::filesystem::perms::owner_read);
     EXPECT_EQ(dir.Read("registry.db"), "whatever");
+}
+
+}  // namespace
+}  // namespace vexplot
+
+namespace vexplot {
+namespace {
+
+// Another process keeps a write transaction open (a second connection is
+// another process to SQLite's locks). Reads go on; the first write gives up
+// after the short wait and is reported once; later writes fail at once
+// instead of each waiting; after the lock goes, writes work again.
+TEST(LockedStore, IsReportedOnceAndStallsNoLaterCall) {
+    test::TempDir dir("vexplot-locked");
+    const std::string path = dir.File("registry.db");
+    test::RecordingSink sink;
+    auto store = SettingsStore::OpenUnshared(path);
+    CRegistryKey key(&sink, store);
+    ASSERT_NE(key.Open("3DView"), 0);
+    ASSERT_EQ(key.WriteInt("Quality", 1), 0);
+
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_EQ(key.ReadInt("Quality"), 1);
+    EXPECT_NE(key.WriteInt("Quality", 2), 0);
+    const auto start = std::chrono::steady_clock::now();
+    for (int i = 0; i < 20; ++i) EXPECT_NE(key.WriteInt("Other", i), 0);
+    // Twenty writes that each waited would take forty seconds.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    ASSERT_EQ(sink.messages.size(), 1u);
+    EXPECT_NE(sink.messages[0].text.find("locked by another process"), std::string::npos) << sink.messages[0].text;
+    EXPECT_EQ(key.ReadInt("Quality"), 1);
+
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+    // The first attempt after the release finds the lock free.
+    key.WriteInt("Quality", 3);
+    EXPECT_EQ(key.WriteInt("Quality", 3), 0);
+    EXPECT_EQ(key.ReadInt("Quality"), 3);
+    EXPECT_EQ(sink.messages.size(), 1u);
 }
 
 }  // namespace

@@ -691,6 +691,9 @@ HRESULT View3D::SetAxisStyle(AxisId axis, const AxisStyle* style) {
     if (!style) return E_POINTER;
     if (!IsAxis3D(axis)) return E_INVALIDARG;
     axes_.Get(axis).style = *style;
+    // As the 2-D device: a host's count cannot multiply the minor marks
+    // without bound.
+    axes_.Get(axis).style.minorTicks = std::clamp(style->minorTicks, 0, 100);
     Invalidate();
     return S_OK;
 }

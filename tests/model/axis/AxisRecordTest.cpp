@@ -34,7 +34,7 @@ CGD_Axis::Appearance Unusual() {
     look.numberColor = 0x010203;
     look.majorGridColor = 0x040506;
     look.minorGridColor = 0x070809;
-    look.scaleFormat = ScaleFormat{7};
+    look.scaleFormat = ScaleFormat::Engineering;
     look.displayMode = DisplayMode::Decibel;
     look.majorGrid = false;
     look.minorGrid = false;
@@ -74,6 +74,26 @@ TEST(AxisRecord, WritesTheFieldsInRecordOrderAndRoundTripsByteForByte) {
     EXPECT_EQ(loaded.GetDirection(), (CGD_Axis::Direction{0, 1, 0}));
     EXPECT_EQ(loaded.GetAppearance(), Unusual());
     EXPECT_EQ(Save(loaded), bytes);
+}
+
+// A file may hold what no dialog accepts; the axis takes it in range, so
+// a record cannot make the ticks grow without bound.
+TEST(AxisRecord, OutOfRangeValuesLoadInRange) {
+    CGD_Axis source(AxisId::Y);
+    source.SetAppearance(Unusual());
+    Bytes bytes = Save(source);
+    Put(bytes, kId + 20, int32_t{7});          // scale format
+    Put(bytes, kMajorTicks, int32_t{32767});
+    Put(bytes, kMajorTicks + 4, int32_t{32767});
+    Put(bytes, kRecordSize - 4, int32_t{99});  // decimal count
+    CGD_Axis axis(AxisId::X);
+    Load(axis, bytes);
+    const CGD_Axis::Appearance& look = axis.GetAppearance();
+    EXPECT_EQ(look.scaleFormat, ScaleFormat::Decimal);
+    EXPECT_EQ(look.majorTicks, CGD_Axis::kMaxTicks);
+    EXPECT_EQ(look.minorTicks, CGD_Axis::kMaxTicks);
+    EXPECT_EQ(look.decimalCount, CGD_Axis::kMaxDecimalCount);
+    EXPECT_LE(axis.MakeTicks(0, 1).values.size(), size_t{CGD_Axis::kMaxTicks} * 2 + 3);
 }
 
 TEST(AxisRecord, FieldsOutsideTheRecordKeepTheirValues) {
