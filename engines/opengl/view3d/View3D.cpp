@@ -183,16 +183,21 @@ HRESULT View3D::RenderToImage(const ImageBuffer* image) {
     return hr;
 }
 
-void View3D::PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth) {
+void View3D::PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth, const Tile* tile) {
     if (overlay3D_.Empty() || !Ready()) return;
     const SceneBox box = Box();
-    const Projector projector = MakeProjector(target.width, target.height);
+    // A tile's annotations are placed in the whole picture and shifted to
+    // the tile's window, as its texts are.
+    const int32_t fullWidth = tile ? tile->fullWidth : target.width;
+    const int32_t fullHeight = tile ? tile->fullHeight : target.height;
+    const double left = tile ? tile->left : 0, top = tile ? tile->top : 0;
+    const Projector projector = MakeProjector(fullWidth, fullHeight);
     const Overlay3D::Project project = [&](const Point3& p, double& x, double& y, double& z) {
         const Vec3 s = box.ToScene(p.x, p.y, p.z);
         const Vec4 clip = projector.viewProjection * Vec4{s.x, s.y, s.z, 1.0};
         if (!(clip.w > 1e-9)) return false;
-        x = (clip.x / clip.w + 1.0) * 0.5 * target.width;
-        y = (1.0 - clip.y / clip.w) * 0.5 * target.height;
+        x = (clip.x / clip.w + 1.0) * 0.5 * fullWidth - left;
+        y = (1.0 - clip.y / clip.w) * 0.5 * fullHeight - top;
         z = clip.z / clip.w * 0.5 + 0.5;
         return true;
     };

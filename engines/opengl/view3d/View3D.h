@@ -173,7 +173,8 @@ private:
                     const std::function<std::pair<HeightField::Level, std::optional<SurfaceRenderer::NodeWindow>>(
                         Layer&)>& levelOf);
     // Paints the annotation overlay over a frame rendered at `target`'s size.
-    void PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth);
+    // `tile` (may be null): the target is that window of a larger picture.
+    void PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth, const Tile* tile = nullptr);
     HRESULT OverlayAdded(HRESULT hr);
     // Renders the pending detail into the cache at the given size and
     // pixel ratio (hundredths).

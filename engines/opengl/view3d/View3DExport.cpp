@@ -139,7 +139,10 @@ HRESULT View3D::RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t f
         return E_INVALIDARG;
     if (shutDown_) return E_UNEXPECTED;
     const Tile window{fullWidth, fullHeight, left, top};
-    return Render(*tile, kUpdateFull, &window);
+    std::vector<float> depth;
+    const HRESULT hr = Render(*tile, kUpdateFull, &window, &depth);
+    if (SUCCEEDED(hr)) PaintOverlay(*tile, depth, &window);
+    return hr;
 }
 
 HRESULT View3D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
