@@ -34,7 +34,6 @@ public:
     std::string InfoLine() const;
 
 private:
-    int32_t value_ = 0;
     bool tracing_ = false;
 };
 

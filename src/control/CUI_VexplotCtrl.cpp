@@ -262,7 +262,7 @@ void CUI_VexplotCtrl::SetViewMode(int32_t mode) {
 // -- window visibility --
 
 CUI_VexplotCtrl::WindowVisibility CUI_VexplotCtrl::ReadVisibility() {
-    if (!visibility_) visibility_.emplace();
+    if (!visibility_) visibility_ = WindowVisibility{};
     WindowVisibility& v = *visibility_;
     auto shown = [this](WindowRole role, bool fallback) {
         return site_ && HasWindow(role) ? site_->IsWindowVisible(Window(role)) : fallback;

@@ -88,7 +88,8 @@ void AsSettingsValues(const uint8_t* data, size_t size) {
         at += 4;
     }
     const std::string rest(reinterpret_cast<const char*>(data) + at, size - at);
-    for (size_t i = 0; i < std::size(kSteps); ++i) view.WriteString(kSteps[i], rest.substr(i * 12, 12));
+    for (size_t i = 0; i < std::size(kSteps); ++i)
+        view.WriteString(kSteps[i], i * 12 < rest.size() ? rest.substr(i * 12, 12) : std::string());
     ControlSettings settings;
     settings.Read(nullptr, store);
     settings.ReadInfo(nullptr, store);
