@@ -14,7 +14,7 @@
 #include <fstream>
 #include <unistd.h>
 
-#include "BuildTreeEngine.h"
+#include "ShownWidgetTest.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
 #include "control/HeadlessSite.h"
@@ -25,22 +25,15 @@
 namespace vexplot {
 namespace {
 
-class ExportCommandTest : public ::testing::Test {
+class ExportCommandTest : public ShownWidgetTest {
 protected:
-    static void SetUpTestSuite() { RegisterBuildTreeEngine(); }
-
     void SetUp() override {
-        widget = std::make_unique<VexplotWidget>();
-        widget->resize(640, 480);
-        widget->show();
-        QApplication::processEvents();
-        if (!widget->IsReady()) GTEST_SKIP() << "no OpenGL context on this machine";
+        ShownWidgetTest::SetUp();
+        if (IsSkipped()) return;
         QString error;
         ASSERT_TRUE(widget->LoadDataFile(VEXPLOT_EXAMPLES_DIR "/peaks.3do", &error)) << error.toStdString();
         QApplication::processEvents();
     }
-
-    std::unique_ptr<VexplotWidget> widget;
 };
 
 TEST_F(ExportCommandTest, TheDrawingPaintedByQtLooksLikeTheRenderedView) {

@@ -8,7 +8,7 @@
 #include <QTableWidget>
 #include <QTimer>
 
-#include "BuildTreeEngine.h"
+#include "ShownWidgetTest.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
 #include "control/KeyboardMapLogic.h"
@@ -17,18 +17,8 @@
 namespace vexplot {
 namespace {
 
-class HelpDialogTest : public ::testing::Test {
+class HelpDialogTest : public ShownWidgetTest {
 protected:
-    static void SetUpTestSuite() { RegisterBuildTreeEngine(); }
-
-    void SetUp() override {
-        widget = std::make_unique<VexplotWidget>();
-        widget->resize(640, 480);
-        widget->show();
-        QApplication::processEvents();
-        if (!widget->IsReady()) GTEST_SKIP() << "no OpenGL context on this machine";
-    }
-
     // Runs `command`, whose dialog is modal: `look` sees the dialog once it
     // shows, then the dialog is closed.
     void WhileOpen(int32_t command, const std::function<void(QDialog&)>& look) {
@@ -43,8 +33,6 @@ protected:
         EXPECT_TRUE(widget->Control().DoCommand(command));
         EXPECT_TRUE(seen);
     }
-
-    std::unique_ptr<VexplotWidget> widget;
 };
 
 TEST_F(HelpDialogTest, KeyboardMapShowsEveryRowOfTheTables) {

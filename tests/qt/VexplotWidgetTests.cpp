@@ -6,7 +6,7 @@
 #include <QMouseEvent>
 #include <set>
 
-#include "BuildTreeEngine.h"
+#include "ShownWidgetTest.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
 #include "qt/VexplotWidget.h"
@@ -14,20 +14,8 @@
 namespace vexplot {
 namespace {
 
-// The widget as a host embeds it, with the engine plug-in of the build tree
-// registered in the tests' in-memory settings store.
-class VexplotWidgetTest : public ::testing::Test {
+class VexplotWidgetTest : public ShownWidgetTest {
 protected:
-    static void SetUpTestSuite() { RegisterBuildTreeEngine(); }
-
-    void SetUp() override {
-        widget = std::make_unique<VexplotWidget>();
-        widget->resize(640, 480);
-        widget->show();
-        QApplication::processEvents();
-        if (!widget->IsReady()) GTEST_SKIP() << "no OpenGL context on this machine";
-    }
-
     QWidget* Window(WindowRole role) const { return widget->WindowWidget(static_cast<int>(role)); }
 
     void Key(QWidget* target, int key, Qt::KeyboardModifiers modifiers) {
@@ -40,7 +28,6 @@ protected:
         QApplication::sendEvent(target, &event);
     }
 
-    std::unique_ptr<VexplotWidget> widget;
 };
 
 TEST_F(VexplotWidgetTest, ShowsTheWholeWindowSet) {
