@@ -7,6 +7,7 @@
 #include "opengl/flat/Device2D.h"
 #include "opengl/flat/FlatRenderer.h"
 #include "opengl/gl/EngineContext.h"
+#include "opengl/gl/TileWindow.h"
 
 namespace vexplot {
 
@@ -56,11 +57,7 @@ HRESULT Device2D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
 
 HRESULT Device2D::RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t fullHeight, int32_t left,
                              int32_t top) {
-    if (!tile || !tile->pixels || tile->width <= 0 || tile->height <= 0 || tile->stride < tile->width)
-        return E_INVALIDARG;
-    if (fullWidth <= 0 || fullHeight <= 0 || left < 0 || top < 0 || left + tile->width > fullWidth ||
-        top + tile->height > fullHeight)
-        return E_INVALIDARG;
+    if (!ValidTileWindow(tile, fullWidth, fullHeight, left, top)) return E_INVALIDARG;
     // The flat picture is cheap and its layout depends on the whole size:
     // it is rendered whole (kept by the frame cache between the tiles) and
     // the tile's window copied out.

@@ -8,6 +8,7 @@
 
 #include "opengl/gl/EngineContext.h"
 #include "opengl/gl/LineRenderer.h"
+#include "opengl/gl/TileWindow.h"
 #include "opengl/view3d/View3D.h"
 
 namespace vexplot {
@@ -132,11 +133,7 @@ HRESULT View3D::GetMaxRenderSize(int32_t* size) {
 
 HRESULT View3D::RenderTile(const ImageBuffer* tile, int32_t fullWidth, int32_t fullHeight, int32_t left,
                            int32_t top) {
-    if (!tile || !tile->pixels || tile->width <= 0 || tile->height <= 0 || tile->stride < tile->width)
-        return E_INVALIDARG;
-    if (fullWidth <= 0 || fullHeight <= 0 || left < 0 || top < 0 || left + tile->width > fullWidth ||
-        top + tile->height > fullHeight)
-        return E_INVALIDARG;
+    if (!ValidTileWindow(tile, fullWidth, fullHeight, left, top)) return E_INVALIDARG;
     if (shutDown_) return E_UNEXPECTED;
     const Tile window{fullWidth, fullHeight, left, top};
     std::vector<float> depth;
