@@ -13,6 +13,7 @@
 
 #include "qt/QtFont.h"
 #include "qt/QtInput.h"
+#include "qt/SizingFrame.h"
 #include "ui/CUIW_InfoWnd.h"
 
 namespace vexplot {
@@ -95,6 +96,13 @@ InfoWindowWidget::InfoWindowWidget(QWidget* parent) : QWidget(parent) {
     scrollBar_->setSingleStep(1);
     scrollBar_->setPageStep(1);
     connect(scrollBar_, &QScrollBar::actionTriggered, this, &InfoWindowWidget::OnScrollAction);
+    // Floating, the window is sized by its outer pixels as a framed window
+    // is; docked, its owner lays it out.
+    new SizingFrame(this, QSize(CUIW_InfoWnd::kMinWidth, CUIW_InfoWnd::kMinHeight),
+                    [this] { return logic_ != nullptr && logic_->Sizable(); },
+                    [this](const PixelRect& rect) {
+                        if (logic_) logic_->OnSizedByUser(rect);
+                    });
 }
 
 InfoWindowWidget::~InfoWindowWidget() { Unbind(); }
@@ -163,11 +171,20 @@ void InfoWindowWidget::paintEvent(QPaintEvent*) {
         painter.fillRect(client.united(ToQRect(logic_->ScrollBarRect())), ToQColor(logic_->TextColor()));
         return;
     }
+    // A window larger than its text shows the background beside and below
+    // it; a narrower one cuts the lines at its right edge.
     painter.fillRect(client, ToQColor(logic_->BackColor()));
+    painter.save();
     painter.setClipRect(client);
     painter.translate(client.left(), client.top() - logic_->Scroll().offset);
     painter.setFont(ToQFont(logic_->Font()));
     DrawLines(painter, logic_->Content(), false);
+    painter.restore();
+    // The outline of a floating window, where its sizing frame lies.
+    if (logic_->Sizable()) {
+        painter.setPen(palette().color(QPalette::Mid));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
 }
 
 void InfoWindowWidget::PaintCaption(QPainter& painter) {

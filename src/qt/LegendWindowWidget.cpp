@@ -2,22 +2,29 @@
 
 #include <QEvent>
 #include <QKeyEvent>
+#include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPixmap>
 #include <QPointer>
+#include <QTreeWidget>
 #include <QVBoxLayout>
+#include <qdrawutil.h>
 
 #include "model/RgbaRaster.h"
 #include "ui/CUIW_LegendWindow.h"
 #include "ui/LegendPreview.h"
+#include "ui/WindowSizing.h"
+#include "qt/SizingFrame.h"
 
 namespace vexplot {
 
 LegendWindowWidget::LegendWindowWidget(QWidget* parent) : QWidget(parent) {
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(1, 1, 1, 1);
+    // The margin is the sizing frame.
+    layout->setContentsMargins(WindowSizing::kBorder, WindowSizing::kBorder, WindowSizing::kBorder,
+                               WindowSizing::kBorder);
     layout->setSpacing(0);
 
     caption_ = new QLabel(QStringLiteral("Legend"), this);
@@ -29,20 +36,41 @@ LegendWindowWidget::LegendWindowWidget(QWidget* parent) : QWidget(parent) {
     caption_->installEventFilter(this);
     layout->addWidget(caption_);
 
-    list_ = new QListWidget(this);
+    // A report list of one column: rows select whole, names longer than
+    // the column end in an ellipsis, and the list fills the window however
+    // it is sized.
+    list_ = new QTreeWidget(this);
+    list_->setColumnCount(1);
+    list_->setHeaderHidden(true);
+    list_->setRootIsDecorated(false);
+    list_->setIndentation(0);
+    list_->header()->setStretchLastSection(false);
+    list_->header()->setSectionResizeMode(0, QHeaderView::Fixed);
+    // Logical pixels: Qt scales them by the screen's pixel ratio.
+    list_->setColumnWidth(0, CUIW_LegendWindow::kColumnWidth);
+    list_->setTextElideMode(Qt::ElideRight);
     list_->setIconSize(QSize(LegendPreview::kSize, LegendPreview::kSize));
     list_->setSelectionMode(QAbstractItemView::SingleSelection);
     list_->setSelectionBehavior(QAbstractItemView::SelectRows);
     list_->setContextMenuPolicy(Qt::CustomContextMenu);
-    list_->setUniformItemSizes(true);
+    list_->setUniformRowHeights(true);
     list_->installEventFilter(this);
-    layout->addWidget(list_);
+    layout->addWidget(list_, 1);
 
-    connect(list_, &QListWidget::itemChanged, this, &LegendWindowWidget::OnItemChanged);
-    connect(list_, &QListWidget::currentRowChanged, this, &LegendWindowWidget::OnCurrentRowChanged);
-    connect(list_, &QListWidget::itemDoubleClicked, this, &LegendWindowWidget::OnItemDoubleClicked);
-    connect(list_, &QListWidget::customContextMenuRequested, this, &LegendWindowWidget::OnContextMenu);
+    connect(list_, &QTreeWidget::itemChanged, this, &LegendWindowWidget::OnItemChanged);
+    connect(list_, &QTreeWidget::currentItemChanged, this, &LegendWindowWidget::OnCurrentItemChanged);
+    connect(list_, &QTreeWidget::itemDoubleClicked, this, &LegendWindowWidget::OnItemDoubleClicked);
+    connect(list_, &QTreeWidget::customContextMenuRequested, this, &LegendWindowWidget::OnContextMenu);
     setAutoFillBackground(true);
+    new SizingFrame(this, QSize(kMinWidth, kMinHeight), [this] { return logic_ != nullptr; },
+                    [this](const PixelRect& rect) {
+                        if (logic_) logic_->OnMovedByUser(rect);
+                    });
+}
+
+void LegendWindowWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    qDrawWinPanel(&painter, rect(), palette(), false);
 }
 
 LegendWindowWidget::~LegendWindowWidget() { Bind(nullptr); }
@@ -87,41 +115,44 @@ void LegendWindowWidget::Sync() {
     syncing_ = true;
     const auto& rows = logic_->Rows();
     const auto& images = logic_->Images();
-    while (list_->count() > static_cast<int>(rows.size())) delete list_->takeItem(list_->count() - 1);
-    while (list_->count() < static_cast<int>(rows.size())) {
-        auto* item = new QListWidgetItem(list_);
+    const int count = static_cast<int>(rows.size());
+    while (list_->topLevelItemCount() > count) delete list_->takeTopLevelItem(list_->topLevelItemCount() - 1);
+    while (list_->topLevelItemCount() < count) {
+        auto* item = new QTreeWidgetItem(list_);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
     }
-    for (size_t i = 0; i < rows.size(); ++i) {
-        QListWidgetItem* item = list_->item(static_cast<int>(i));
-        const CUIW_LegendWindow::Row& row = rows[i];
-        item->setText(QString::fromStdString(row.name));
-        item->setCheckState(row.checked ? Qt::Checked : Qt::Unchecked);
+    for (int i = 0; i < count; ++i) {
+        QTreeWidgetItem* item = list_->topLevelItem(i);
+        const CUIW_LegendWindow::Row& row = rows[static_cast<size_t>(i)];
+        item->setText(0, QString::fromStdString(row.name));
+        item->setToolTip(0, QString::fromStdString(row.name));
+        item->setCheckState(0, row.checked ? Qt::Checked : Qt::Unchecked);
         const auto image = static_cast<size_t>(row.image);
-        if (row.image >= 0 && image < images.size()) item->setIcon(QIcon(QPixmap::fromImage(ToImage(images[image]))));
+        if (row.image >= 0 && image < images.size())
+            item->setIcon(0, QIcon(QPixmap::fromImage(ToImage(images[image]))));
     }
     const int selection = logic_->Selection();
-    if (selection >= 0 && selection < list_->count()) {
-        list_->setCurrentRow(selection);
+    if (selection >= 0 && selection < count) {
+        list_->setCurrentItem(list_->topLevelItem(selection));
     } else {
         list_->clearSelection();
-        list_->setCurrentRow(-1);
+        list_->setCurrentItem(nullptr);
     }
     syncing_ = false;
 }
 
-void LegendWindowWidget::OnItemChanged(QListWidgetItem* item) {
+void LegendWindowWidget::OnItemChanged(QTreeWidgetItem* item) {
     if (syncing_ || logic_ == nullptr) return;
-    logic_->OnRowChecked(list_->row(item), item->checkState() == Qt::Checked);
+    logic_->OnRowChecked(list_->indexOfTopLevelItem(item), item->checkState(0) == Qt::Checked);
 }
 
-void LegendWindowWidget::OnCurrentRowChanged(int row) {
+void LegendWindowWidget::OnCurrentItemChanged(QTreeWidgetItem* item) {
     if (syncing_ || logic_ == nullptr) return;
-    logic_->OnRowSelected(row);
+    logic_->OnRowSelected(item ? list_->indexOfTopLevelItem(item) : -1);
 }
 
-void LegendWindowWidget::OnItemDoubleClicked(QListWidgetItem* item) {
-    if (logic_ != nullptr) logic_->OnRowDoubleClicked(list_->row(item));
+void LegendWindowWidget::OnItemDoubleClicked(QTreeWidgetItem* item) {
+    if (logic_ != nullptr) logic_->OnRowDoubleClicked(list_->indexOfTopLevelItem(item));
 }
 
 void LegendWindowWidget::OnContextMenu(const QPoint& pos) {

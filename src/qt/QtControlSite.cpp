@@ -10,10 +10,13 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QRegion>
+#include <QShortcut>
 #include <QTimer>
 #include <QToolTip>
 
+#include "control/CommandTable.h"
 #include "qt/MenuBuilder.h"
+#include "qt/QtInput.h"
 #include "qt/QtDisplayWatcher.h"
 #include "qt/QtFont.h"
 #include "qt/QtWindowFactory.h"
@@ -119,7 +122,33 @@ WindowHandle QtControlSite::CreateWindow(WindowRole role, WindowHandle parent, c
         role == WindowRole::StatusBar)
         widget->lower();
     windows_[handle] = Window{role, widget, handler, false};
+    // The accelerators reach the control wherever the focus is inside it:
+    // in the control window and its children (views, legend, a docked info
+    // window, title bar), and in the info window's tool-window variant.
+    if (role == WindowRole::Control) InstallAccelerators(widget, Qt::WidgetWithChildrenShortcut);
+    if (role == WindowRole::InfoPopup) InstallAccelerators(widget, Qt::WindowShortcut);
     return handle;
+}
+
+// One shortcut per accelerator of the control's table. A shortcut hands its
+// key to the control window's handler as a key press, so that the control's
+// one path (FindAccelerator, then the command) decides what it does. Qt asks
+// the focused widget first (a ShortcutOverride event), so a text field keeps
+// the keys of its own editing; dialogs are windows of their own and lie
+// outside both contexts.
+void QtControlSite::InstallAccelerators(QWidget* scope, Qt::ShortcutContext context) {
+    for (const CommandTable::Accelerator& a : CommandTable::Accelerators()) {
+        const KeyEvent key{a.key, a.modifiers};
+        for (const QKeySequence& sequence : ToKeySequences(key)) {
+            auto* shortcut = new QShortcut(sequence, scope);
+            shortcut->setContext(context);
+            shortcut->setAutoRepeat(false);
+            QObject::connect(shortcut, &QShortcut::activated, scope, [this, key] {
+                const WindowHandle control = Find(WindowRole::Control);
+                if (const Window* w = Find(control); w && w->handler) w->handler->OnKey(control, key);
+            });
+        }
+    }
 }
 
 void QtControlSite::DestroyWindow(WindowHandle window) {
@@ -133,6 +162,7 @@ void QtControlSite::DestroyWindow(WindowHandle window) {
             ++t;
         }
     }
+    animator_->Finish(it->second.widget);
     delete it->second.widget.data();
     windows_.erase(it);
 }
@@ -141,6 +171,7 @@ void QtControlSite::ShowWindow(WindowHandle window, bool show) {
     Window* w = Find(window);
     if (!w || !w->widget) return;
     w->visible = show;
+    animator_->Finish(w->widget);
     w->widget->setVisible(show);
 }
 
@@ -150,7 +181,11 @@ bool QtControlSite::IsWindowVisible(WindowHandle window) const {
 }
 
 void QtControlSite::MoveWindow(WindowHandle window, const PixelRect& rect) {
-    if (QWidget* widget = Widget(window)) widget->setGeometry(ToQRect(rect));
+    QWidget* widget = Widget(window);
+    if (!widget) return;
+    // An animation still running would put the window back where it started.
+    animator_->Finish(widget);
+    widget->setGeometry(ToQRect(rect));
 }
 
 PixelRect QtControlSite::GetWindowRect(WindowHandle window) const {

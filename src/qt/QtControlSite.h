@@ -67,8 +67,9 @@ public:
     int32_t TrackPopupMenu(WindowHandle window, const MenuModel& menu, PixelPoint at) override;
     FontMetrics GetFontMetrics(const LogicalFont& font) const override;
     // Qt hands mouse moves over compressed, one per pass of the event loop,
-    // and offers no look into its queue: there is never a queued move to
-    // supersede.
+    // and offers no look into its queue, so this cannot answer truly. The
+    // transparent info window bounds its shape rebuilds by itself instead:
+    // it coalesces them on a zero-delay timer (one per pass of the loop).
     bool MouseInputPending() const override { return false; }
     // Clipboard and printer (QtSitePrinting.cpp).
     bool CopyToClipboard(const ImageBuffer& image, const std::string& svg, std::string* error) override;
@@ -91,6 +92,7 @@ private:
     const Window* Find(WindowHandle window) const;
     QWidget* MakeWidget(WindowRole role, QWidget* parent, IWindowHandler* handler, WindowHandle handle);
     void ShowPrompt(const std::string& prompt);
+    void InstallAccelerators(QWidget* scope, Qt::ShortcutContext context);
 
     QPointer<QWidget> host_;
     std::map<WindowHandle, Window> windows_;

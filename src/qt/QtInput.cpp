@@ -61,7 +61,34 @@ std::optional<int32_t> SpecialKey(int key) {
     return std::nullopt;
 }
 
+Qt::KeyboardModifiers QtModifiers(uint32_t bits) {
+    Qt::KeyboardModifiers modifiers;
+    if (bits & kModShift) modifiers |= Qt::ShiftModifier;
+    if (bits & kModControl) modifiers |= Qt::ControlModifier;
+    if (bits & kModAlt) modifiers |= Qt::AltModifier;
+    return modifiers;
+}
+
+// The Qt keys of a virtual-key code: SpecialKey read backwards, and the
+// letters and digits, whose codes are their own.
+QList<Qt::Key> QtKeys(int32_t code) {
+    if ((code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z')) return {static_cast<Qt::Key>(code)};
+    if (code >= 0x70 && code < 0x70 + 24) return {static_cast<Qt::Key>(Qt::Key_F1 + (code - 0x70))};
+    QList<Qt::Key> keys;
+    for (int key = Qt::Key_Escape; key <= Qt::Key_Menu; ++key)
+        if (SpecialKey(key) == code) keys.push_back(static_cast<Qt::Key>(key));
+    for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Minus})
+        if (SpecialKey(key) == code) keys.push_back(key);
+    return keys;
+}
+
 }  // namespace
+
+QList<QKeySequence> ToKeySequences(const KeyEvent& key) {
+    QList<QKeySequence> sequences;
+    for (const Qt::Key k : QtKeys(key.key)) sequences.push_back(QKeySequence(QKeyCombination(QtModifiers(key.modifiers), k)));
+    return sequences;
+}
 
 MouseEvent ToMouseEvent(const QMouseEvent& event, MouseEvent::Kind kind) {
     MouseEvent out;

@@ -1,4 +1,6 @@
 #pragma once
+#include <QKeySequence>
+#include <QList>
 #include <optional>
 
 #include "site/WindowInput.h"
@@ -15,5 +17,8 @@ MouseEvent ToMouseEvent(const QMouseEvent& event, MouseEvent::Kind kind);
 MouseEvent ToMouseEvent(const QWheelEvent& event);
 // Nothing for keys the control has no code for (a lone modifier, say).
 std::optional<KeyEvent> ToKeyEvent(const QKeyEvent& event);
+// The Qt keys that ToKeyEvent reads as `key` (Enter comes from two keys);
+// empty for a code Qt has no key for.
+QList<QKeySequence> ToKeySequences(const KeyEvent& key);
 
 }  // namespace vexplot

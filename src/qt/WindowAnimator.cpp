@@ -11,36 +11,55 @@ namespace vexplot {
 
 namespace {
 
-QRegion VisiblePart(const QWidget& widget, uint32_t flags, double t) {
-    const PixelRect clip = LegendAnimation::FrameAt(flags, widget.width(), widget.height(), t).clip;
+// Places `widget` for the frame at `t`; `picture` is its client rectangle
+// at the final place, in its parent's (or the screen's) pixels.
+void PlaceFrame(QWidget& widget, uint32_t flags, const QRect& picture, double t) {
+    // A top-level window's position is its frame's corner; its geometry,
+    // which the picture follows, lies inside the frame.
+    const QPoint frame = widget.geometry().topLeft() - widget.pos();
+    const PixelRect final{picture.left(), picture.top(), picture.left() + picture.width(),
+                          picture.top() + picture.height()};
+    const auto p = LegendAnimation::PlacementAt(flags, final, PixelPoint{frame.x(), frame.y()}, t);
+    widget.move(p.origin.x, p.origin.y);
     // At least one pixel: Qt takes an empty mask as no mask at all.
-    return QRegion(clip.left, clip.top, std::max(1, clip.right - clip.left), std::max(1, clip.bottom - clip.top));
+    widget.setMask(QRegion(p.mask.left, p.mask.top, std::max(1, p.mask.right - p.mask.left),
+                           std::max(1, p.mask.bottom - p.mask.top)));
 }
 
 }  // namespace
 
+void WindowAnimator::Finish(QWidget* widget) {
+    const auto it = running_.find(widget);
+    if (it == running_.end()) return;
+    QPointer<QVariantAnimation> animation = it->second;
+    running_.erase(it);
+    if (!animation) return;
+    animation->setCurrentTime(animation->duration());
+    animation->stop();
+}
+
 void WindowAnimator::Animate(QWidget* widget, uint32_t flags, int milliseconds) {
-    if (auto it = running_.find(widget); it != running_.end() && it->second) {
-        it->second->setCurrentTime(it->second->duration());
-        it->second->stop();
-    }
+    Finish(widget);
     const bool hide = flags & anim::kHide;
+    const QRect picture = widget->geometry();
     auto* animation = new QVariantAnimation(this);
     animation->setDuration(std::max(milliseconds, 1));
     animation->setStartValue(0.0);
     animation->setEndValue(1.0);
     QPointer<QWidget> target(widget);
-    QObject::connect(animation, &QVariantAnimation::valueChanged, widget, [target, flags](const QVariant& v) {
-        if (target) target->setMask(VisiblePart(*target, flags, v.toDouble()));
+    QObject::connect(animation, &QVariantAnimation::valueChanged, widget, [target, flags, picture](const QVariant& v) {
+        if (target) PlaceFrame(*target, flags, picture, v.toDouble());
     });
-    QObject::connect(animation, &QVariantAnimation::finished, widget, [target, hide] {
+    QObject::connect(animation, &QVariantAnimation::finished, widget, [this, target, hide, picture] {
         if (!target) return;
+        running_.erase(target.data());
+        target->setGeometry(picture);
         target->clearMask();
         if (hide) target->hide();
     });
     running_[widget] = animation;
     if (!hide) {
-        widget->setMask(VisiblePart(*widget, flags, 0.0));
+        PlaceFrame(*widget, flags, picture, 0.0);
         widget->show();
         widget->raise();
     }

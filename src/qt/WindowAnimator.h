@@ -1,6 +1,7 @@
 #pragma once
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 #include <QWidget>
 #include <map>
 
@@ -8,14 +9,22 @@ class QVariantAnimation;
 
 namespace vexplot {
 
-// Shows and hides windows with the platform's animation flags (anim::), the
-// visible part of each frame as LegendAnimation::FrameAt lays it out: it
-// grows from the centre or from the side the movement comes from, and a
-// hide retraces the show backwards. The picture is uncovered in place.
+// Shows and hides windows with the platform's animation flags (anim::), each
+// frame as LegendAnimation::PlacementAt lays it out: a slide moves the
+// window, picture and all, from the edge it enters at to where it ends up,
+// showing only what lies inside its final rectangle; a roll or the centre
+// animation uncovers the picture in place. A hide retraces the show.
+//
+// The window's place when the animation starts is its final place (a show)
+// or the place it leaves from (a hide); the window is back there, unmasked,
+// when the animation ends or is finished early.
 class WindowAnimator final : public QObject {
 public:
     // Starts the animation; one running on the same widget is finished first.
     void Animate(QWidget* widget, uint32_t flags, int milliseconds);
+    // Ends a running animation on `widget` at once (before the widget is
+    // moved or shown by other means); nothing when none runs.
+    void Finish(QWidget* widget);
 
 private:
     std::map<QWidget*, QPointer<QVariantAnimation>> running_;

@@ -66,9 +66,11 @@ bool CUIW_InfoWnd::Create(IControlSite& site, WindowHandle parent, bool child, O
 }
 
 void CUIW_InfoWnd::Destroy() {
+    CancelShapeRebuild();
     if (window_ != 0 && site_ != nullptr) site_->DestroyWindow(window_);
     window_ = 0;
     dragging_ = false;
+    shapeSet_ = false;
 }
 
 // --- IInfoWindow ---------------------------------------------------------
@@ -126,6 +128,8 @@ void CUIW_InfoWnd::SetTransparent(bool transparent) {
     transparent_ = transparent;
     // Leaving the mode gives the window its whole rectangle back before the
     // layout, which drops the caption again when the window is docked.
+    CancelShapeRebuild();
+    shapeSet_ = false;
     if (!transparent_ && window_ != 0) site_->SetWindowShape(window_, nullptr);
     Relayout();
     Repaint();
@@ -214,7 +218,40 @@ void CUIW_InfoWnd::Repaint(const PixelRect* rect) {
     if (window_ != 0) site_->Invalidate(window_, rect, false);
 }
 
+// The shape is the slow part of a transparent window: a picture of the
+// text, its runs of text pixels, and a new window region. While lines
+// change at every mouse move, a rebuild per change would cost more than a
+// frame can pay, so once the window has its shape, further rebuilds are
+// coalesced: the first change asks the site for a zero-delay timer, which
+// fires after the events already queued (the rest of the burst) have been
+// handled, and the one rebuild then takes the text as it stands. The sites
+// cannot say whether mouse input is waiting (Qt has no look into its
+// queue), so this, not MouseInputPending, is what bounds the cost. The
+// first shape of the mode is built at once, so that the window never shows
+// as a solid block.
 void CUIW_InfoWnd::UpdateShape() {
+    if (window_ == 0 || !transparent_) return;
+    if (!shapeSet_) {
+        RebuildShape();
+        return;
+    }
+    if (shapePending_) return;
+    shapePending_ = true;
+    site_->SetTimer(window_, kShapeTimerId, 0);
+}
+
+void CUIW_InfoWnd::CancelShapeRebuild() {
+    if (shapePending_ && window_ != 0 && site_ != nullptr) site_->KillTimer(window_, kShapeTimerId);
+    shapePending_ = false;
+}
+
+void CUIW_InfoWnd::OnTimer(WindowHandle, uint32_t timerId) {
+    if (timerId != kShapeTimerId) return;
+    CancelShapeRebuild();
+    RebuildShape();
+}
+
+void CUIW_InfoWnd::RebuildShape() {
     if (window_ == 0 || !transparent_) return;
     const PixelRect client = ClientRect();
     std::vector<PixelRect> shape;
@@ -231,6 +268,7 @@ void CUIW_InfoWnd::UpdateShape() {
     const PixelRect strip = caption_.Strip();
     if (strip.bottom > strip.top && strip.right > strip.left) shape.push_back(strip);
     site_->SetWindowShape(window_, &shape);
+    shapeSet_ = true;
 }
 
 // --- input ---------------------------------------------------------------
@@ -296,6 +334,14 @@ void CUIW_InfoWnd::OnKey(WindowHandle, const KeyEvent& event) {
 void CUIW_InfoWnd::OnSize(WindowHandle, int32_t, int32_t) {
     if (window_ == 0) return;
     if (!docked_) normalRect_ = site_->GetWindowRect(window_);
+    Relayout();
+    Repaint();
+}
+
+void CUIW_InfoWnd::OnSizedByUser(const PixelRect& rect) {
+    if (!Sizable()) return;
+    normalRect_ = rect;
+    site_->MoveWindow(window_, rect);
     Relayout();
     Repaint();
 }

@@ -49,6 +49,12 @@ public:
     static constexpr int32_t kScrollBarWidth = 16;
     static constexpr PixelRect kCreateRect{0, 0, 100, 500};
     static constexpr const char* kTitle = "Info";
+    // The smallest floating window the sizing frame leaves: the caption's
+    // title and buttons, and one line's worth of text area.
+    static constexpr int32_t kMinWidth = 64;
+    static constexpr int32_t kMinHeight = kCaptionHeight + 12;
+    // The timer that applies a coalesced shape rebuild (see UpdateShape).
+    static constexpr uint32_t kShapeTimerId = 1;
 
     CUIW_InfoWnd();
     ~CUIW_InfoWnd();
@@ -123,11 +129,23 @@ public:
     int32_t WantedWidth() const;
     int32_t WantedHeight() const;
 
+    // sizing:
+    // Whether the user may size the window by its frame: a floating window
+    // may; a docked one is laid out by its owner.
+    bool Sizable() const { return window_ != 0 && !docked_; }
+    // The user dragged the frame to `rect` (the parent's pixels; the
+    // screen's for the tool-window variant). The text keeps its picture:
+    // a smaller window scrolls it vertically and clips it at the right, a
+    // larger one shows the background below and beside it. The rectangle
+    // is the floating one that SavePlacement and the saved state keep.
+    void OnSizedByUser(const PixelRect& rect);
+
     // input (from the window):
     void ScrollBy(InfoScrollAction action, int32_t thumb = 0);
     void OnMouse(WindowHandle window, const MouseEvent& event) override;
     void OnKey(WindowHandle window, const KeyEvent& event) override;
     void OnSize(WindowHandle window, int32_t width, int32_t height) override;
+    void OnTimer(WindowHandle window, uint32_t timerId) override;
 
     // the window's drawing side (installing either lays nothing out: call
     // Refresh when the window is ready):
@@ -143,6 +161,8 @@ private:
     void Relayout();
     void Repaint(const PixelRect* rect = nullptr);
     void UpdateShape();
+    void RebuildShape();
+    void CancelShapeRebuild();
     void Perform(InfoButton button);
     void StartDrag(PixelPoint point);
     void Drag(PixelPoint point);
@@ -172,6 +192,8 @@ private:
     InfoCaption caption_;
     bool dragging_ = false;
     PixelPoint dragAnchor_;
+    bool shapeSet_ = false;      // the window has a shape of the current text mode
+    bool shapePending_ = false;  // a rebuild waits for the shape timer
     MaskRenderer maskRenderer_;
     std::function<void()> layoutHook_;
 };

@@ -32,7 +32,10 @@ InfoScroll InfoLayout::Scroll(int32_t position, int32_t contentHeight, int32_t c
                               const InfoScroll& previous) {
     if (clientHeight <= kMinScrollHeight) return previous;
     InfoScroll scroll;
-    scroll.range = contentHeight / clientHeight;
+    // A picture that fits has nothing to scroll: no range, so no scroll bar
+    // (a window sized to its text exactly would otherwise get a bar whose
+    // every position shows the same).
+    scroll.range = contentHeight > clientHeight ? contentHeight / clientHeight : 0;
     scroll.position = std::clamp(position, 0, scroll.range);
     const int64_t wanted = static_cast<int64_t>(clientHeight) * scroll.position;
     const int64_t last = std::max<int64_t>(0, static_cast<int64_t>(contentHeight) - clientHeight);

@@ -59,7 +59,8 @@ public:
     static int32_t Characters(std::string_view text);
 
     // The scroll state for `position` over a picture `contentHeight` high
-    // seen through `clientHeight` pixels: range = content / client, the
+    // seen through `clientHeight` pixels: range = content / client (0 when
+    // the picture fits), the
     // position clamped to 0 ... range, offset = client x position but never
     // past the last full client height. `previous` is kept when the client
     // area is too low to scroll.

@@ -106,4 +106,16 @@ LegendAnimation::Frame LegendAnimation::FrameAt(uint32_t flags, int32_t width, i
     return Frame{PixelRect{x.start, y.start, x.start + x.length, y.start + y.length}, PixelPoint{x.offset, y.offset}};
 }
 
+LegendAnimation::Placement LegendAnimation::PlacementAt(uint32_t flags, const PixelRect& picture, PixelPoint frame,
+                                                        double t) {
+    const Frame f = FrameAt(flags, picture.right - picture.left, picture.bottom - picture.top, t);
+    // The picture travels by the offset; the mask follows it back, so that
+    // what shows stays inside the window's final rectangle.
+    Placement p;
+    p.origin = PixelPoint{picture.left - frame.x + f.offset.x, picture.top - frame.y + f.offset.y};
+    p.mask = PixelRect{f.clip.left - f.offset.x, f.clip.top - f.offset.y, f.clip.right - f.offset.x,
+                       f.clip.bottom - f.offset.y};
+    return p;
+}
+
 }  // namespace vexplot

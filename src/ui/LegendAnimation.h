@@ -75,6 +75,20 @@ public:
     // backwards, which is how every hide retraces its show.
     static Frame FrameAt(uint32_t flags, int32_t width, int32_t height, double t);
 
+    // A frame as a platform draws it by moving the window: `origin` is where
+    // the window's own origin goes (parent pixels), `mask` the visible part
+    // in the moved window's client pixels.
+    struct Placement {
+        PixelPoint origin;
+        PixelRect mask;
+    };
+    // The frame of `flags` at `t` for a window whose client area ends up at
+    // `picture` (parent pixels) and lies `frame` pixels from the window's
+    // origin (its border and title bar; 0 for a bare child window). A slide
+    // carries the picture from the edge it enters at to exactly `picture`,
+    // and at every moment shows only the part that lies inside `picture`.
+    static Placement PlacementAt(uint32_t flags, const PixelRect& picture, PixelPoint frame, double t);
+
 private:
     uint32_t Draw();
 

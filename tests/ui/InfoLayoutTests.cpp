@@ -129,6 +129,7 @@ TEST(InfoLayoutScroll, RangeOffsetAndClamp) {
         {9, 120, 24, {5, 5, 96}},     // position clamped to the range
         {-2, 120, 24, {0, 5, 0}},
         {2, 100, 400, {0, 0, 0}},     // fits: no range
+        {1, 100, 100, {0, 0, 0}},     // fits exactly: nothing to scroll either
         {1, 100, 50, {1, 2, 50}},
         {1, 100, 5, previous},        // too low to scroll: state kept
         {1, 100, 6, {1, 16, 6}},

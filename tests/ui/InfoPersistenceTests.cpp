@@ -110,8 +110,7 @@ TEST_F(InfoPersistenceTest, PlacementIsWrittenWhenTheFloatingRectangleChanged) {
     wnd.SavePlacement(key);
     EXPECT_EQ(key.ReadInt("InfoBottom"), 500);
 
-    site.MoveWindow(wnd.Window(), {5, 6, 105, 306});
-    wnd.OnSize(wnd.Window(), 100, 300);
+    wnd.OnSizedByUser({5, 6, 105, 306});
     wnd.SavePlacement(key);
     EXPECT_EQ(key.ReadInt("InfoLeft"), 5);
     EXPECT_EQ(key.ReadInt("InfoTop"), 6);
@@ -166,8 +165,7 @@ TEST_F(InfoPersistenceTest, SavedStateFieldOrderAndRoundTripLosingStrikeOut) {
     wnd.SetBackColor(0x101010);
     wnd.SetVisibilityMask(2 | 16);
     wnd.SetTransparent(true);
-    site.MoveWindow(wnd.Window(), {7, 8, 207, 308});
-    wnd.OnSize(wnd.Window(), 200, 300);
+    wnd.OnSizedByUser({7, 8, 207, 308});
 
     const Bytes stored = test::Stored([&](CArchive& ar) { wnd.Serialize(ar); });
     EXPECT_EQ(stored, Block(false, true, 18, true, {7, 8, 207, 308}, font));

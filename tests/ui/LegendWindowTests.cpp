@@ -17,11 +17,14 @@
 #include "support/RecordingLegendOwner.h"
 #include "ui/CUIW_LegendWindow.h"
 #include "ui/LegendPreview.h"
+#include "ui/WindowSizing.h"
 
 namespace vexplot {
 namespace {
 
 using namespace anim;
+using test::B;
+using test::Box;
 using test::RecordingSite;
 
 using FakeOwner = test::RecordingLegendOwner;
@@ -217,27 +220,20 @@ TEST_F(LegendWindowTest, RowMenuListsTheFiveCommandsWithTheirPrompts) {
     legend.OnRowContextMenu(0, {5, 5});
     ASSERT_EQ(site.menus.size(), 1u);
     const MenuModel& menu = site.menus[0];
-    ASSERT_EQ(menu.size(), 6u);
-    const char* texts[] = {"&Activate", "&Visible", "&Data", "&Properties", "", "De&lete"};
-    const char* prompts[] = {"Make selected object active", "Make selected object visible",
-                             "Edit data for selected object", "Edit selected object's properties", "",
-                             "Delete selected object from list"};
+    const std::pair<const char*, const char*> entries[] = {
+        {"&Activate", "Make selected object active"},      {"&Visible", "Make selected object visible"},
+        {"&Data", "Edit data for selected object"},        {"&Properties", "Edit selected object's properties"},
+        {"", ""},                                          {"De&lete", "Delete selected object from list"}};
+    ASSERT_EQ(menu.size(), std::size(entries));
     for (size_t i = 0; i < menu.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(menu[i].separator, i == 4);
-        EXPECT_EQ(menu[i].text, texts[i]);
-        EXPECT_EQ(menu[i].prompt, prompts[i]);
+        EXPECT_EQ(menu[i].separator, i == 4) << i;
+        EXPECT_EQ(menu[i].text, entries[i].first);
+        EXPECT_EQ(menu[i].prompt, entries[i].second);
+        // Without a data editor and property dialog their entries are disabled.
+        EXPECT_EQ(menu[i].enabled, i != 2 && i != 3) << i;
     }
-    // Without a data editor and property dialog their entries are disabled.
-    EXPECT_FALSE(menu[2].enabled);
-    EXPECT_FALSE(menu[3].enabled);
-    EXPECT_TRUE(menu[0].enabled && menu[1].enabled && menu[5].enabled);
-
-    owner.canEditData = true;
-    owner.canEditProperties = true;
-    const MenuModel available = legend.RowMenu(0);
-    EXPECT_TRUE(available[2].enabled);
-    EXPECT_TRUE(available[3].enabled);
+    owner.canEditData = owner.canEditProperties = true;
+    EXPECT_TRUE(legend.RowMenu(0)[2].enabled && legend.RowMenu(0)[3].enabled);
 }
 
 TEST_F(LegendWindowTest, RowMenuCommandsReachTheRowsObject) {
@@ -266,6 +262,13 @@ TEST_F(LegendWindowTest, RowMenuCommandsReachTheRowsObject) {
     ASSERT_EQ(legend.Rows().size(), 1u);
     EXPECT_EQ(legend.Rows()[0].name, "second");
     EXPECT_EQ(list.Count(), 1);
+
+    // The Delete key deletes the selected row; with none selected, nothing.
+    legend.OnKey(Window(), KeyEvent{vk::kDelete, 0});
+    EXPECT_EQ(list.Count(), 1);
+    legend.OnRowSelected(0);
+    legend.OnKey(Window(), KeyEvent{vk::kDelete, 0});
+    EXPECT_EQ(list.Count(), 0);
 }
 
 TEST_F(LegendWindowTest, CheckBoxFollowsIntoTheObjectsVisibility) {
@@ -284,15 +287,9 @@ TEST_F(LegendWindowTest, CheckBoxFollowsIntoTheObjectsVisibility) {
     EXPECT_TRUE(graph.Flags().visible);
     EXPECT_TRUE(legend.Rows()[0].checked);
     EXPECT_EQ(owner.redraws, redraws + 2);
-    legend.OnRowChecked(7, false);  // no such row
-    EXPECT_EQ(owner.redraws, redraws + 2);
 }
 
 TEST_F(LegendWindowTest, TitleTextNamesTheObjectAndTheViewMode) {
-    EXPECT_EQ(CUIW_LegendWindow::TitleText("peaks", 1), "peaks - 3Dview");
-    EXPECT_EQ(CUIW_LegendWindow::TitleText("peaks", 0), "peaks - 2Dview");
-    EXPECT_EQ(CUIW_LegendWindow::TitleText("", 1), "TITLE");
-
     owner.viewMode = 0;
     AddGraph(4, 4, "peaks");
     EXPECT_EQ(owner.title, "peaks - 2Dview");
@@ -326,18 +323,6 @@ TEST_F(LegendWindowTest, ActivationFollowsSelectionAndSkipsObjectsNoLongerListed
     legend.Activate(1);
     EXPECT_TRUE(owner.calls.empty());
     EXPECT_EQ(owner.title, "a - 3Dview");
-}
-
-TEST_F(LegendWindowTest, DeleteKeyRemovesTheSelectedObject) {
-    AddGraph(4, 4, "a");
-    AddGraph(4, 4, "b");
-    legend.OnKey(Window(), KeyEvent{vk::kDelete, 0});
-    ASSERT_EQ(legend.Rows().size(), 1u);
-    EXPECT_EQ(legend.Rows()[0].name, "a");
-    EXPECT_EQ(list.Count(), 1);
-    // Nothing is selected now: a second Delete does nothing.
-    legend.OnKey(Window(), KeyEvent{vk::kDelete, 0});
-    EXPECT_EQ(list.Count(), 1);
 }
 
 TEST_F(LegendWindowTest, RowsShowThePreviewOrTheDefaultImage) {
@@ -424,7 +409,37 @@ TEST(LegendWindowHeadlessTest, HidesOnTheFirstTickWithTheCursorOutside) {
     EXPECT_TRUE(site.IsWindowVisible(legend.Window()));
     site.AdvanceTime(1);
     EXPECT_FALSE(site.IsWindowVisible(legend.Window()));
-    EXPECT_FALSE(legend.Shown());
+}
+
+// The sizing frame of the legend and the floating info window: a window of
+// 100 x 80 with its frame 4 pixels wide and corners that grip 12 pixels
+// along both edges.
+TEST(WindowSizingTest, EdgesUnderThePoint) {
+    using S = WindowSizing;
+    const std::pair<PixelPoint, uint32_t> cases[] = {
+        {{50, 40}, 0},                    {{0, 40}, S::kLeft},
+        {{99, 40}, S::kRight},            {{96, 40}, S::kRight},
+        {{95, 40}, 0},                    {{50, 0}, S::kTop},
+        {{50, 79}, S::kBottom},           {{0, 0}, S::kLeft | S::kTop},
+        {{11, 1}, S::kLeft | S::kTop},    {{12, 1}, S::kTop},
+        {{98, 70}, S::kRight | S::kBottom}, {{2, 75}, S::kLeft | S::kBottom},
+        {{100, 40}, 0},                   {{-1, 40}, 0},
+    };
+    for (const auto& [point, edges] : cases)
+        EXPECT_EQ(S::EdgesAt(100, 80, point), edges) << point.x << "," << point.y;
+}
+
+TEST(WindowSizingTest, DraggedEdgesMoveAndStopAtTheMinimum) {
+    using S = WindowSizing;
+    const PixelRect start{10, 20, 110, 100};
+    const std::pair<PixelRect, Box> cases[] = {
+        {S::Resized(start, S::kRight | S::kBottom, 30, -5, 40, 30), {10, 20, 140, 95}},
+        {S::Resized(start, S::kLeft, -15, 99, 40, 30), {-5, 20, 110, 100}},
+        {S::Resized(start, S::kLeft | S::kTop, 90, 90, 40, 30), {70, 70, 110, 100}},  // stops, does not push
+        {S::Resized(start, S::kRight, -200, 0, 40, 30), {10, 20, 50, 100}},
+        {S::Resized(start, 0, 50, 50, 40, 30), {10, 20, 110, 100}},
+    };
+    for (const auto& [got, expected] : cases) EXPECT_EQ(B(got), expected);
 }
 
 }  // namespace
