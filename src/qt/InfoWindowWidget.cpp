@@ -91,6 +91,9 @@ void DrawGlyph(QPainter& painter, InfoButton button, QRect r) {
 }  // namespace
 
 InfoWindowWidget::InfoWindowWidget(QWidget* parent) : QWidget(parent) {
+    // A click gives it the keys that scroll it (the control's accelerators
+    // still reach the control from here).
+    setFocusPolicy(Qt::ClickFocus);
     scrollBar_ = new QScrollBar(Qt::Vertical, this);
     scrollBar_->hide();
     scrollBar_->setSingleStep(1);

@@ -67,7 +67,7 @@ TEST_F(InfoWindowWidgetTest, PaintsItsLinesInTheirColoursOnTheBackground) {
     ASSERT_GT(line, 0);
     const QRect first(0, client.top(), client.width(), line);
     const QRect second = first.translated(0, line);
-    const QRect below(0, client.top() + 3 * line, client.width(), line);
+    const QRect below(1, client.top() + 3 * line, client.width() - 2, line);  // inside the outline
 
     EXPECT_GT(Count(image, first).first, 10) << "the header's text is drawn";
     EXPECT_EQ(Count(image, first).second, 0) << "the header has the window's text colour";
@@ -93,6 +93,47 @@ TEST_F(InfoWindowWidgetTest, MaskFollowsTransparentMode) {
 
     info.SetTransparent(false);
     EXPECT_TRUE(widget->mask().isEmpty());
+}
+
+// A burst of changes to a transparent window's text rebuilds its shape once,
+// on the next pass of the event loop, from the text as it stands then.
+TEST_F(InfoWindowWidgetTest, TransparentShapeCatchesUpOnTheNextPass) {
+    const InfoSection s = info.AddSection(1, "W", 0);
+    info.AddLine(s, "W", 0);
+    info.SetTransparent(true);
+    const int top = info.CaptionHeight() + info.Content().lineHeight;
+    const QRect far(InfoLayout::kTextX + 40, top, 40, info.Content().lineHeight);
+    for (int n = 2; n <= 20; ++n) info.SetLine(s, 1, std::string(static_cast<size_t>(n), 'W'), 0);
+    EXPECT_TRUE(widget->mask().intersected(far).isEmpty()) << "not yet rebuilt";
+    QApplication::processEvents();
+    EXPECT_FALSE(widget->mask().intersected(far).isEmpty()) << "the last text's letters are in";
+}
+
+// Floating, the window is sized by its outer pixels; docked, it is not.
+TEST_F(InfoWindowWidgetTest, FrameSizesTheFloatingWindowOnly) {
+    site.MoveWindow(info.Window(), {10, 20, 110, 220});
+    auto drag = [this](QPoint from, QPoint by) {
+        const QPoint to = from + by;
+        QMouseEvent press(QEvent::MouseButtonPress, from, widget->mapToGlobal(from), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(widget, &press);
+        QMouseEvent move(QEvent::MouseMove, to, widget->mapToGlobal(from) + by, Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(widget, &move);
+        QMouseEvent release(QEvent::MouseButtonRelease, to, widget->mapToGlobal(from) + by, Qt::LeftButton,
+                            Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(widget, &release);
+    };
+    drag(QPoint(0, 100), QPoint(-5, 0));  // the left edge, 5 pixels out
+    EXPECT_EQ(widget->geometry(), QRect(5, 20, 105, 200));
+    EXPECT_EQ(info.NormalRect().left, 5);
+    drag(QPoint(104, 199), QPoint(-200, -300));  // the corner stops at the smallest size
+    EXPECT_EQ(widget->geometry().size(), QSize(CUIW_InfoWnd::kMinWidth, CUIW_InfoWnd::kMinHeight));
+
+    info.SetDocked(true);
+    const QRect docked = widget->geometry();
+    drag(QPoint(0, 10), QPoint(-5, 0));
+    EXPECT_EQ(widget->geometry(), docked);
 }
 
 TEST_F(InfoWindowWidgetTest, CaptionAndScrollBarReachTheLogic) {

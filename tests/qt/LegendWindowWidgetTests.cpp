@@ -1,16 +1,20 @@
 #include <gtest/gtest.h>
 
-#include <QListWidget>
+#include <QApplication>
+#include <QMouseEvent>
+#include <QTreeWidget>
 #include <memory>
 
 #include "GraphFixture.h"
 #include "control/RecordingSite.h"
 #include "model/CGD_Palette.h"
+#include "support/Boxes.h"
 #include "qt/LegendWindowWidget.h"
 #include "settings/SettingsStore.h"
 #include "support/RecordingLegendOwner.h"
 #include "ui/CUIW_LegendWindow.h"
 #include "ui/LegendPreview.h"
+#include "ui/WindowSizing.h"
 
 namespace vexplot {
 namespace {
@@ -26,7 +30,13 @@ protected:
         owner.palette = &palette;
         const WindowHandle control = site.CreateWindow(WindowRole::Control, 0, {0, 0, 400, 300}, nullptr);
         ASSERT_TRUE(legend.Create(site, control, {0, 0, 160, 200}, owner));
+        widget.setGeometry(0, 0, 160, 200);
         widget.Bind(&legend);
+    }
+    void Mouse(QEvent::Type type, QPoint at, Qt::MouseButtons held) {
+        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, QPointF(at), QPointF(at), button, held, Qt::NoModifier);
+        QApplication::sendEvent(&widget, &event);
     }
 
     CGD_GraphObject& Add(const char* name) {
@@ -47,33 +57,57 @@ protected:
 TEST_F(LegendWindowWidgetTest, ShowsOneCheckedRowWithAnIconPerObject) {
     Add("alpha");
     Add("beta");
-    QListWidget* rows = widget.List();
-    ASSERT_EQ(rows->count(), 2);
-    EXPECT_EQ(rows->item(0)->text(), "alpha");
-    EXPECT_EQ(rows->item(1)->text(), "beta");
+    QTreeWidget* rows = widget.List();
+    ASSERT_EQ(rows->topLevelItemCount(), 2);
+    EXPECT_EQ(rows->topLevelItem(0)->text(0), "alpha");
+    EXPECT_EQ(rows->topLevelItem(1)->text(0), "beta");
     for (int i = 0; i < 2; ++i) {
-        EXPECT_FALSE(rows->item(i)->icon().isNull()) << i;
-        EXPECT_EQ(rows->item(i)->checkState(), Qt::Checked) << i;
+        EXPECT_FALSE(rows->topLevelItem(i)->icon(0).isNull()) << i;
+        EXPECT_EQ(rows->topLevelItem(i)->checkState(0), Qt::Checked) << i;
     }
-    EXPECT_EQ(rows->currentRow(), 1);  // the object added last is active
+    EXPECT_EQ(rows->currentItem(), rows->topLevelItem(1));  // the object added last is active
 
-    legend.Rebuild();
-    EXPECT_EQ(rows->count(), 2);
     list.Remove(list.At(0));
     legend.Rebuild();
-    ASSERT_EQ(rows->count(), 1);
-    EXPECT_EQ(rows->item(0)->text(), "beta");
+    ASSERT_EQ(rows->topLevelItemCount(), 1);
+    EXPECT_EQ(rows->topLevelItem(0)->text(0), "beta");
+}
+
+// One column of the logic's width, however wide the window: a longer name
+// is cut there, and the list fills the window as the frame sizes it.
+TEST_F(LegendWindowWidgetTest, OneColumnOfFixedWidthInAListThatFillsTheWindow) {
+    Add("a name far longer than the column can show");
+    widget.show();
+    QApplication::processEvents();
+    QTreeWidget* rows = widget.List();
+    const QRect row = rows->visualItemRect(rows->topLevelItem(0));
+    EXPECT_EQ(row.width(), CUIW_LegendWindow::kColumnWidth);
+
+    // Dragging the bottom-right corner by (40, 20) sizes the window through the logic.
+    const QRect before = widget.geometry();
+    Mouse(QEvent::MouseButtonPress, {159, 199}, Qt::LeftButton);
+    QMouseEvent drag(QEvent::MouseMove, QPointF(199, 219), QPointF(199, 219), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&widget, &drag);
+    Mouse(QEvent::MouseButtonRelease, {199, 219}, Qt::NoButton);
+    EXPECT_EQ(test::B(site.GetWindowRect(legend.Window())),
+              (test::Box{before.left(), before.top(), before.left() + 200, before.top() + 220}));
+    widget.setGeometry(0, 0, 200, 220);  // where the site's window would be now
+    QApplication::processEvents();
+    EXPECT_EQ(rows->geometry().right(), 200 - WindowSizing::kBorder - 1);
+    EXPECT_EQ(rows->geometry().bottom(), 220 - WindowSizing::kBorder - 1);
+    EXPECT_EQ(rows->visualItemRect(rows->topLevelItem(0)).width(), CUIW_LegendWindow::kColumnWidth);
 }
 
 TEST_F(LegendWindowWidgetTest, CheckStateFollowsTheLogicBothWays) {
     CGD_GraphObject& graph = Add("alpha");
-    QListWidgetItem* item = widget.List()->item(0);
+    QTreeWidgetItem* item = widget.List()->topLevelItem(0);
 
     legend.ToggleVisible(0);
-    EXPECT_EQ(item->checkState(), Qt::Unchecked);
+    EXPECT_EQ(item->checkState(0), Qt::Unchecked);
 
     // The user's click on the box reaches the object.
-    item->setCheckState(Qt::Checked);
+    item->setCheckState(0, Qt::Checked);
     EXPECT_TRUE(graph.Flags().visible);
     EXPECT_TRUE(legend.Rows()[0].checked);
     EXPECT_EQ(owner.redraws, 2 + 1);  // add, toggle, click; each redrew once
@@ -82,7 +116,7 @@ TEST_F(LegendWindowWidgetTest, CheckStateFollowsTheLogicBothWays) {
 TEST_F(LegendWindowWidgetTest, SelectingARowActivatesItsObject) {
     Add("alpha");
     Add("beta");
-    widget.List()->setCurrentRow(0);
+    widget.List()->setCurrentItem(widget.List()->topLevelItem(0));
     EXPECT_EQ(list.ActiveIndex(), 0);
     EXPECT_EQ(legend.Selection(), 0);
 }

@@ -3,7 +3,11 @@
 #include <QApplication>
 #include <QImage>
 #include <QKeyEvent>
+#include <QDialog>
+#include <QLineEdit>
 #include <QMouseEvent>
+#include <QTest>
+#include <QTreeWidget>
 #include <set>
 
 #include "ShownWidgetTest.h"
@@ -46,19 +50,37 @@ TEST_F(VexplotWidgetTest, ShowsTheWholeWindowSet) {
     EXPECT_LE(Window(WindowRole::View3D)->geometry().bottom(), Window(WindowRole::StatusBar)->geometry().top());
 }
 
-TEST_F(VexplotWidgetTest, AltTwoAndAltThreeSwitchTheViewMode) {
+// The accelerators reach the control wherever the focus is inside it (Alt+2
+// and Alt+3 switch the view mode), but not from a dialog's text field.
+TEST_F(VexplotWidgetTest, AcceleratorsWorkWhereverTheFocusIsInTheControl) {
     CUI_VexplotCtrl& control = widget->Control();
-    Key(Window(WindowRole::View3D), Qt::Key_2, Qt::AltModifier);
-    EXPECT_EQ(control.GetViewMode(), 0);
-    EXPECT_TRUE(Window(WindowRole::View2D)->isVisible());
-    EXPECT_FALSE(Window(WindowRole::View3D)->isVisible());
-    // The navigator belongs to the 3-D view.
-    EXPECT_FALSE(Window(WindowRole::Navigator)->isVisible());
-    Key(Window(WindowRole::View2D), Qt::Key_3, Qt::AltModifier);
-    EXPECT_EQ(control.GetViewMode(), 1);
-    EXPECT_TRUE(Window(WindowRole::View3D)->isVisible());
-    // Without Alt the digit is no accelerator.
-    Key(Window(WindowRole::View3D), Qt::Key_2, Qt::NoModifier);
+    widget->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(widget.get()));
+    Window(WindowRole::LegendWindow)->show();
+    Window(WindowRole::InfoWindow)->show();
+    QWidget* legendList = Window(WindowRole::LegendWindow)->findChild<QTreeWidget*>();
+    for (QWidget* target : {Window(WindowRole::View3D), legendList, Window(WindowRole::InfoWindow)}) {
+        SCOPED_TRACE(target->metaObject()->className());
+        target->activateWindow();
+        target->setFocus();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(target->window()));
+        QTest::keyClick(target, Qt::Key_2, Qt::AltModifier);
+        EXPECT_EQ(control.GetViewMode(), 0);
+        EXPECT_TRUE(Window(WindowRole::View2D)->isVisible());
+        // The navigator belongs to the 3-D view.
+        EXPECT_FALSE(Window(WindowRole::Navigator)->isVisible());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_3, Qt::AltModifier);
+        EXPECT_EQ(control.GetViewMode(), 1);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_2);  // without Alt a digit is no accelerator
+        EXPECT_EQ(control.GetViewMode(), 1);
+    }
+    QDialog dialog(widget.get());
+    auto* field = new QLineEdit(&dialog);
+    dialog.show();
+    QApplication::setActiveWindow(&dialog);
+    field->setFocus();
+    ASSERT_EQ(QApplication::focusWidget(), field);
+    QTest::keyClick(field, Qt::Key_2, Qt::AltModifier);
     EXPECT_EQ(control.GetViewMode(), 1);
 }
 
