@@ -94,27 +94,12 @@ TEST(LegendAnimationTest, FramesGrowFromWhereTheMovementComesFrom) {
     }
 }
 
-// Every hide retraces its show: at any moment the hide of a mode shows what
-// the show of that mode showed at the mirrored moment.
-TEST(LegendAnimationTest, EveryFixedHideRetracesItsShow) {
-    for (int32_t mode = 0; mode < LegendAnimation::kRandomize; ++mode) {
-        const uint32_t show = LegendAnimation::FixedFlags(mode, true);
-        const uint32_t hide = LegendAnimation::FixedFlags(mode, false);
-        for (double t : {0.0, 0.3, 0.5, 0.8, 1.0}) {
-            SCOPED_TRACE(testing::Message() << "mode " << mode << " t " << t);
-            const auto in = LegendAnimation::FrameAt(show, 120, 90, 1.0 - t);
-            const auto out = LegendAnimation::FrameAt(hide, 120, 90, t);
-            EXPECT_EQ(B(in.clip), B(out.clip));
-            EXPECT_EQ(in.offset, out.offset);
-        }
-    }
-}
-
 // A window that ends at (40, 30) .. (160, 120) of its parent, its picture
 // 3 pixels right of and 22 below its origin (border and title bar). Every
 // slide starts with the picture just beyond the edge it enters at, shows at
 // each moment only the part inside the final rectangle, and ends with the
-// picture exactly there.
+// picture exactly there. Every hide, the centre animation's included,
+// retraces its show backwards.
 TEST(LegendAnimationTest, SlidesCarryThePictureFromItsEdgeToItsPlace) {
     const PixelRect final{40, 30, 160, 120};
     const PixelPoint frame{3, 22};
@@ -122,7 +107,7 @@ TEST(LegendAnimationTest, SlidesCarryThePictureFromItsEdgeToItsPlace) {
         int32_t mode;
         int32_t dx, dy;  // where the picture starts, in window widths and heights
     };
-    const Entry entries[] = {{1, 1, 0}, {2, -1, 0}, {3, 0, 1}, {4, 0, -1}, {5, -1, -1}, {6, 1, 1}};
+    const Entry entries[] = {{0, 0, 0}, {1, 1, 0}, {2, -1, 0}, {3, 0, 1}, {4, 0, -1}, {5, -1, -1}, {6, 1, 1}};
     for (const Entry& e : entries) {
         const uint32_t show = LegendAnimation::FixedFlags(e.mode, true);
         for (double t : {0.0, 0.25, 0.5, 0.9, 1.0}) {
@@ -138,7 +123,7 @@ TEST(LegendAnimationTest, SlidesCarryThePictureFromItsEdgeToItsPlace) {
             const PixelRect inside{std::max(final.left, moved.left), std::max(final.top, moved.top),
                                    std::min(final.right, moved.right), std::min(final.bottom, moved.bottom)};
             const PixelRect shown{left + p.mask.left, top + p.mask.top, left + p.mask.right, top + p.mask.bottom};
-            if (t > 0.0) {
+            if (t > 0.0 && e.mode != 0) {
                 EXPECT_EQ(B(shown), B(inside));
             }
             // The hide retraces the same path backwards.
