@@ -62,7 +62,7 @@ LegendWindowWidget::LegendWindowWidget(QWidget* parent) : QWidget(parent) {
     connect(list_, &QTreeWidget::itemDoubleClicked, this, &LegendWindowWidget::OnItemDoubleClicked);
     connect(list_, &QTreeWidget::customContextMenuRequested, this, &LegendWindowWidget::OnContextMenu);
     setAutoFillBackground(true);
-    new SizingFrame(this, QSize(kMinWidth, kMinHeight), [this] { return logic_ != nullptr; },
+    new SizingFrame(this, QSize(CUIW_LegendWindow::kMinWidth, CUIW_LegendWindow::kMinHeight), [this] { return logic_ != nullptr; },
                     [this](const PixelRect& rect) {
                         if (logic_) logic_->OnMovedByUser(rect);
                     });

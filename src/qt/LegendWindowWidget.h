@@ -34,10 +34,6 @@ public:
     // The picture as the list shows it: the mask colour becomes transparent.
     static QImage ToImage(const RgbaRaster& raster);
 
-    // The smallest size the sizing frame leaves: the caption and a row.
-    static constexpr int kMinWidth = 80;
-    static constexpr int kMinHeight = 64;
-
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

@@ -309,8 +309,8 @@ PixelRect CUIW_LegendWindow::LoadPlacement(CRegistryKey& legendKey) {
     const PixelRect current = WindowRect();
     const int32_t left = ReadOr(legendKey, "Left", current.left);
     const int32_t top = ReadOr(legendKey, "Top", current.top);
-    const int32_t width = ReadOr(legendKey, "Width", width_);
-    const int32_t height = ReadOr(legendKey, "Height", height_);
+    const int32_t width = std::max(ReadOr(legendKey, "Width", width_), kMinWidth);
+    const int32_t height = std::max(ReadOr(legendKey, "Height", height_), kMinHeight);
     return PixelRect{left, top, left + width, top + height};
 }
 

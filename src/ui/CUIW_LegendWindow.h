@@ -74,6 +74,11 @@ public:
     static constexpr uint32_t kHideTimerMs = 1000;
     static constexpr int32_t kDefaultImage = 0;
     static constexpr int32_t kColumnWidth = 120;
+    // The smallest legend: the caption and two rows of the list. The sizing
+    // frame stops there, and a remembered size below it (the first run's
+    // settings hold 50 x 50) is shown at it.
+    static constexpr int32_t kMinWidth = 140;
+    static constexpr int32_t kMinHeight = 90;
 
     // Commands of the row menu.
     enum Command : int32_t {

@@ -141,15 +141,15 @@ TEST_F(LegendWindowTest, SwitchingAutoHideOffPinsTheWindowAtItsRememberedPlace) 
     EXPECT_EQ(Stored("Visible"), -1);
     Store("Left", 70);  // a place remembered from an earlier pinned run
     Store("Top", 40);
-    Store("Width", 90);
-    Store("Height", 60);
+    Store("Width", 150);
+    Store("Height", 50);  // below the smallest legend: shown at that
     legend.SetAutoHide(false, true);
     EXPECT_FALSE(TimerRunning());
     EXPECT_TRUE(site.IsWindowVisible(Window()));
-    ExpectRect({70, 40, 160, 100});
+    ExpectRect({70, 40, 220, 40 + CUIW_LegendWindow::kMinHeight});
     EXPECT_EQ(Stored("Visible"), 1);
     legend.PopUpAt(300, 200);  // pinned, the pop-up point is ignored
-    ExpectRect({70, 40, 160, 100});
+    ExpectRect({70, 40, 220, 40 + CUIW_LegendWindow::kMinHeight});
 
     legend.OnMovedByUser({5, 6, 85, 66});
     EXPECT_EQ((std::vector<int32_t>{Stored("Left"), Stored("Top"), Stored("Width"), Stored("Height")}),
