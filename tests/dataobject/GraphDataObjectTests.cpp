@@ -226,11 +226,6 @@ TEST(GraphDataObjectTest, AnswersEveryInterfaceWithOneIdentity) {
         ComPtr<IUnknown> identity = itf.As<IUnknown>();
         EXPECT_EQ(identity.Get(), object->Identity()) << iid.ToString();
     }
-    ComPtr<IPersist> persist = ComPtr<IUnknown>(object->Identity()).As<IPersist>();
-    ASSERT_TRUE(persist);
-    CLSID clsid;
-    ASSERT_EQ(persist->GetClassID(&clsid), S_OK);
-    EXPECT_EQ(clsid, CLSID_GraphData);
     void* none = nullptr;
     EXPECT_EQ(object->QueryInterface(IRunnableObject::kIid, &none), E_NOINTERFACE);
     char file[16];
