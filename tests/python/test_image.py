@@ -114,6 +114,3 @@ class WindowTest(unittest.TestCase):
         with self.assertRaises(RuntimeError):
             ctl.show()
 
-
-if __name__ == "__main__":
-    unittest.main()
