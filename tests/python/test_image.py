@@ -94,6 +94,18 @@ class ImageTest(unittest.TestCase):
                                key=lambda t: float(t.get("y")))
                     self.assertLess(abs(float(label.get("x")) - float(tick.get("x"))), 16)
 
+    def test_a_sections_curve_is_lines_of_the_drawing(self):
+        import xml.etree.ElementTree as ElementTree
+        polylines = []
+        self.ctl.Enable1DView(1, 2)  # along X
+        for plot_style in (0, 2):  # no curve, then the curve as lines
+            self.ctl.SetPlotStyle1DView(plot_style)
+            with tempfile.TemporaryDirectory() as folder:
+                path = os.path.join(folder, "section.svg")
+                self.ctl.save_image(path, 640, 400)
+                polylines.append(len(list(ElementTree.parse(path).getroot().iter("{http://www.w3.org/2000/svg}polyline"))))
+        self.assertGreaterEqual(polylines[1] - polylines[0], 40)  # 60 samples along X
+
     def test_save_image_renders_at_the_asked_size_and_refuses_bad_sizes(self):
         with tempfile.TemporaryDirectory() as folder:
             path = os.path.join(folder, "big.png")
