@@ -264,13 +264,14 @@ void View3D::ExportOverlay(int32_t width, int32_t height, ISceneSink& sink) {
     SceneOverlayPen::Visibility visible;
     std::vector<uint32_t> pixels;
     std::vector<float> depth;
+    ImageBuffer image{};  // outlives the probe, which keeps a reference
     std::optional<OverlayCanvas> probe;
     if (overlayDepthTest_) {
         const double scale = std::min(1.0, std::sqrt(double(kMaxProbePixels) / (double(width) * double(height))));
         const int32_t pw = std::max(1, int32_t(std::lround(width * scale)));
         const int32_t ph = std::max(1, int32_t(std::lround(height * scale)));
         pixels.resize(size_t(pw) * size_t(ph));
-        const ImageBuffer image{pixels.data(), pw, ph, pw, 0};
+        image = ImageBuffer{pixels.data(), pw, ph, pw, 0};
         if (SUCCEEDED(Render(image, kUpdateFull, nullptr, &depth)) && !depth.empty()) {
             probe.emplace(image, 1.0, &depth);
             visible = [&probe, scale](double x, double y, double z) { return probe->Visible(x * scale, y * scale, z); };
