@@ -136,7 +136,10 @@ TEST_F(RecordInspectorTest, EveryPrefixOfAFileEndsInAReport) {
     for (size_t cut = 0; cut < file.size(); ++cut) {
         SCOPED_TRACE(cut);
         const RecordInspector::Report report = Inspect(Bytes(file.begin(), file.begin() + static_cast<ptrdiff_t>(cut)));
-        if (!report.error.empty()) {
+        // Only a cut between records leaves a whole, shorter archive.
+        const bool between = cut == 0 || cut == 41 || cut == 306;
+        EXPECT_EQ(report.error.empty(), between) << report.error;
+        if (!between) {
             EXPECT_EQ(report.error.rfind("at offset ", 0), 0u) << report.error;
         }
     }
