@@ -137,7 +137,10 @@ TEST_F(ObjectList, RoundTripsByteForByte) {
 
     CGD_ObjectList loaded;
     loaded.Add(std::make_unique<TestEmpty>());  // replaced, not kept
-    Loaded(bytes, [&](CArchive& ar) { loaded.Serialize(ar); });
+    Loaded(bytes, [&](CArchive& ar) {
+        loaded.Serialize(ar);
+        EXPECT_EQ(ar.Remaining(), 0u);
+    });
     ASSERT_EQ(loaded.Count(), 4);
     EXPECT_NE(dynamic_cast<TestEmpty*>(loaded.At(3)), nullptr);
     EXPECT_EQ(StoredList(loaded), bytes);
