@@ -19,9 +19,11 @@ TEST(Guid, FieldsFollowTheTextFormWhichParsesInEitherCase) {
     EXPECT_EQ(kData.ToString(), "{8D5D1D92-6199-4AEC-900A-EF2724B42BB0}");
     EXPECT_EQ(GUID::Parse("{8d5d1d92-6199-4aec-900a-ef2724b42bb0}"), kData);
     EXPECT_EQ(GUID::Parse(kData.ToString()), kData);
-    // Ordered by value down to the last byte (they key maps of classes).
-    EXPECT_LT(GUID::FromLiteral("{00000001-0000-0000-0000-000000000000}"),
-              GUID::FromLiteral("{00000001-0000-0000-0000-000000000001}"));
+    // Compared and ordered down to the last byte (they key maps of classes).
+    const GUID a = GUID::FromLiteral("{00000001-0000-0000-0000-000000000000}");
+    const GUID b = GUID::FromLiteral("{00000001-0000-0000-0000-000000000001}");
+    EXPECT_NE(a, b);
+    EXPECT_LT(a, b);
 }
 
 TEST(Guid, ParseRefusesMalformedText) {
