@@ -9,6 +9,7 @@
 
 #include "opengl/gl/EngineContext.h"
 #include "opengl/flat/FlatRenderer.h"
+#include "opengl/text/PixelOverlayPen.h"
 #include "opengl/text/TextBoxPainter.h"
 
 namespace vexplot {
@@ -389,6 +390,12 @@ FlatAxis Device2D::WithTicks(const FlatAxis& axis, double lo, double hi) const {
     return result;
 }
 
+void Device2D::PaintOverlay(const ImageBuffer& target) {
+    if (overlay_.Empty()) return;
+    PixelOverlayPen pen(target, PixelRatio(target), engine_->Text());
+    overlay_.Paint(pen, engine_->Text());
+}
+
 HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
     if (!renderer_ || !engine_) return E_UNEXPECTED;
     if (!engine_->MakeCurrent()) return E_FAIL;
@@ -396,7 +403,7 @@ HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
                        int32_t(std::lround(frame.PixelRatio() * 100))};
     if (key == cachedKey_ && cachedFrame_.size() == size_t(target.width) * size_t(target.height)) {
         CopyRows(target.pixels, target.stride, cachedFrame_.data(), target.width, target.width, target.height);
-        overlay_.Paint(target, engine_->Text());
+        PaintOverlay(target);
         return S_OK;
     }
     try {
@@ -410,7 +417,7 @@ HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
         cachedFrame_.resize(size_t(target.width) * size_t(target.height));
         CopyRows(cachedFrame_.data(), target.width, target.pixels, target.stride, target.width, target.height);
         cachedKey_ = key;
-        overlay_.Paint(target, engine_->Text());
+        PaintOverlay(target);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {

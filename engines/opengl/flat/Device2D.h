@@ -98,6 +98,8 @@ private:
     // target's size, scaled by its pixel ratio.
     FlatLayout FrameFor(const ImageBuffer& target) const;
     HRESULT Render(const ImageBuffer& target, const FlatLayout& frame);
+    // Paints the annotation overlay over a frame rendered at `target`.
+    void PaintOverlay(const ImageBuffer& target);
     // Draws the palette image and colour bar, and the axes' lines unless
     // `drawLines` is false (a drawing takes them as lines of its own).
     void RenderFlat(const FlatLayout& frame, FlatScene& scene, bool drawLines = true);

@@ -1,6 +1,6 @@
 // The flat view as a drawing: the palette image and the colour bar stay
 // pixels (they are images), the axes and grid lines become lines and the
-// texts text on top of them.
+// texts text on top of them, the annotations last.
 #include <algorithm>
 #include <cstring>
 
@@ -8,6 +8,7 @@
 #include "opengl/flat/FlatRenderer.h"
 #include "opengl/gl/EngineContext.h"
 #include "opengl/gl/TileWindow.h"
+#include "opengl/text/SceneOverlayPen.h"
 
 namespace vexplot {
 
@@ -47,6 +48,8 @@ HRESULT Device2D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
         for (const FlatText& t : scene.texts)
             sink->AddText(t.text.c_str(), float(t.x), float(t.y), static_cast<SceneAnchor>(t.anchor), &t.font,
                           t.color);
+        SceneOverlayPen pen(*sink, width, height, frame.PixelRatio());
+        overlay_.Paint(pen, engine_->Text());
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {
