@@ -80,18 +80,23 @@ TEST_F(View3DTest, CellsWithAMissingCornerAreHoles) {
 }
 
 TEST_F(View3DTest, PickInvertsProjectPointOnACurvedSurface) {
-    constexpr int32_t n = 49;
-    const auto grid = MakeGrid(n, n, [](int32_t ix, int32_t iy) { return Peaks(-3 + ix * 0.125, -3 + iy * 0.125); });
-    SetGrid(grid, n, n, -3, 3, -3, 3);
     // Nothing hides a node next to the corner nearest the eye: picking its
-    // pixel finds it.
-    const double z = grid[2 * n + 2];
-    const auto [nx, ny] = Project(-2.75, -2.75, z);
+    // pixel finds it, on a small grid and on one picked from a coarse
+    // level first (whose outline lies a little inside the full surface's).
+    for (const int32_t n : {769, 49}) {
+        const double step = 6.0 / (n - 1);
+        const auto grid = MakeGrid(n, n, [&](int32_t ix, int32_t iy) { return Peaks(-3 + ix * step, -3 + iy * step); });
+        SetGrid(grid, n, n, -3, 3, -3, 3);
+        const auto k = static_cast<size_t>(std::lround(0.25 / step));
+        const double z = grid[k * size_t(n) + k];
+        const auto [nx, ny] = Project(-2.75, -2.75, z);
+        Point3 hit{};
+        ASSERT_EQ(view->Pick(nx, ny, &hit), S_OK) << n;
+        EXPECT_NEAR(hit.x, -2.75, 0.1);
+        EXPECT_NEAR(hit.y, -2.75, 0.1);
+        EXPECT_NEAR(hit.z, z, 0.1);
+    }
     Point3 hit{};
-    ASSERT_EQ(view->Pick(nx, ny, &hit), S_OK);
-    EXPECT_NEAR(hit.x, -2.75, 0.1);
-    EXPECT_NEAR(hit.y, -2.75, 0.1);
-    EXPECT_NEAR(hit.z, z, 0.1);
     // Elsewhere the picked point is the visible surface under the pixel,
     // which projects back onto that pixel.
     int32_t hits = 0;

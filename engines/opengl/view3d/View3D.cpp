@@ -6,6 +6,7 @@
 #include <limits>
 #include <new>
 #include <stdexcept>
+#include <tuple>
 
 #include "opengl/gl/EngineContext.h"
 #include "opengl/gl/LineRenderer.h"
@@ -548,6 +549,14 @@ float View3D::PickDepth(int32_t px, int32_t py, const Projector& projector, cons
     // renderer, picking draws there rather than into a second framebuffer
     // of the window's size.
     RenderTarget& pickTarget = engine_.SoftwareRenderer() ? *target_ : *pickTarget_;
+    // The levels first: making one draws into a framebuffer of its own,
+    // which would undo the pick's binding, viewport and scissor.
+    std::vector<std::tuple<Layer*, HeightField::Level, std::optional<SurfaceRenderer::NodeWindow>>> draws;
+    for (auto& [id, layer] : layers_) {
+        if (!layer || !layer->Drawable()) continue;
+        auto [level, window] = levelOf(*layer);
+        draws.emplace_back(layer.get(), level, window);
+    }
     try {
         pickTarget.Ensure(width_, height_, 1);
         pickTarget.Bind();
@@ -560,11 +569,8 @@ float View3D::PickDepth(int32_t px, int32_t py, const Projector& projector, cons
         const SurfaceRenderer::Frame frame{projector.viewProjection, {0, 0, 1}, camera_.Position(), &engine_.Palette(),
                                            static_cast<int32_t>(engine_.PaletteColors().size()), 1.0f, 1.0f, 0};
         for (int i = 0; i < 4; ++i) glEnable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
-        for (auto& [id, layer] : layers_) {
-            if (!layer || !layer->Drawable()) continue;
-            const auto [level, window] = levelOf(*layer);
+        for (const auto& [layer, level, window] : draws)
             surfaces_->DrawFilled(*layer, level, box, frame, window ? &*window : nullptr);
-        }
         for (int i = 0; i < 4; ++i) glDisable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
         glReadPixels(px, height_ - 1 - py, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
         glDisable(GL_SCISSOR_TEST);
