@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QTimer>
 #include <functional>
 
@@ -12,22 +13,31 @@
 
 namespace vexplot {
 
+// Calls `open`, which runs a modal dialog; `play` works the window once it
+// shows. A window the play leaves open (done, or cut short by a failed
+// assertion) is closed after it, so that `open` returns. A dialog that
+// never showed fails the test.
+inline void WhileModal(const std::function<void()>& open, const std::function<void(QWidget&)>& play) {
+    bool shown = false;
+    QTimer::singleShot(0, [&] {
+        const QPointer<QWidget> dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        shown = true;
+        play(*dialog);
+        if (dialog && dialog->isVisible()) dialog->close();
+    });
+    open();
+    EXPECT_TRUE(shown);
+}
+
 // Runs the Qt dialog registered under `logic`'s name, modal, as the Qt site
-// does; `play` works the window once it shows and must close it. A dialog
-// that is not registered, or that never showed, fails the test.
+// does, and returns its answer.
 inline int32_t RunRegisteredDialog(IDialogLogic& logic, const std::function<void(QWidget&)>& play) {
     const QtDialogRegistry::RunModal* run = QtDialogRegistry::BuiltIn().Modal(logic.DialogName());
     EXPECT_NE(run, nullptr) << logic.DialogName();
     if (!run) return -1;
-    bool shown = false;
-    QTimer::singleShot(0, [&] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        ASSERT_NE(dialog, nullptr);
-        shown = true;
-        play(*dialog);
-    });
-    const int32_t answer = (*run)(logic, nullptr);
-    EXPECT_TRUE(shown) << logic.DialogName();
+    int32_t answer = -1;
+    WhileModal([&] { answer = (*run)(logic, nullptr); }, play);
     return answer;
 }
 
