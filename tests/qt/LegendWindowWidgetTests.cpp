@@ -10,6 +10,7 @@
 #include "model/CGD_Palette.h"
 #include "support/Boxes.h"
 #include "qt/LegendWindowWidget.h"
+#include "qt/WindowAnimator.h"
 #include "settings/SettingsStore.h"
 #include "support/RecordingLegendOwner.h"
 #include "ui/CUIW_LegendWindow.h"
@@ -119,6 +120,25 @@ TEST_F(LegendWindowWidgetTest, SelectingARowActivatesItsObject) {
     widget.List()->setCurrentItem(widget.List()->topLevelItem(0));
     EXPECT_EQ(list.ActiveIndex(), 0);
     EXPECT_EQ(legend.Selection(), 0);
+}
+
+// A slide moves the window itself: it starts a whole width to the left of
+// its place (left to right, mode 2), showing nothing outside that place,
+// and ends, unmasked, exactly there.
+TEST(WindowAnimatorTest, ASlideMovesTheWindowFromItsEdgeToItsPlace) {
+    QWidget parent;
+    parent.resize(400, 300);
+    QWidget window(&parent);
+    window.setGeometry(50, 40, 120, 90);
+    parent.show();
+    WindowAnimator animator;
+    animator.Animate(&window, LegendAnimation::FixedFlags(2, true), 200);
+    EXPECT_EQ(window.pos(), QPoint(50 - 120, 40));
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.mask().boundingRect().width(), 1) << "nothing shows yet";
+    animator.Finish(&window);
+    EXPECT_EQ(window.geometry(), QRect(50, 40, 120, 90));
+    EXPECT_TRUE(window.mask().isEmpty());
 }
 
 TEST(LegendWindowWidgetImageTest, MaskColourBecomesTransparent) {
