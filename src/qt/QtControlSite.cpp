@@ -136,19 +136,30 @@ WindowHandle QtControlSite::CreateWindow(WindowRole role, WindowHandle parent, c
 // the focused widget first (a ShortcutOverride event), so a text field keeps
 // the keys of its own editing; dialogs are windows of their own and lie
 // outside both contexts.
+//
+// Plain keys (Enter, Tab) are also what a text field edits or leaves with,
+// and a line edit does not claim them in that first step: those shortcuts
+// step aside while a text field has the focus.
 void QtControlSite::InstallAccelerators(QWidget* scope, Qt::ShortcutContext context) {
+    std::vector<QPointer<QShortcut>> plain;
     for (const CommandTable::Accelerator& a : CommandTable::Accelerators()) {
         const KeyEvent key{a.key, a.modifiers};
         for (const QKeySequence& sequence : ToKeySequences(key)) {
             auto* shortcut = new QShortcut(sequence, scope);
             shortcut->setContext(context);
             shortcut->setAutoRepeat(false);
+            if ((a.modifiers & (kModControl | kModAlt)) == 0) plain.emplace_back(shortcut);
             QObject::connect(shortcut, &QShortcut::activated, scope, [this, key] {
                 const WindowHandle control = Find(WindowRole::Control);
                 if (const Window* w = Find(control); w && w->handler) w->handler->OnKey(control, key);
             });
         }
     }
+    QObject::connect(qApp, &QApplication::focusChanged, scope, [plain](QWidget*, QWidget* now) {
+        const bool editing = now != nullptr && now->testAttribute(Qt::WA_InputMethodEnabled);
+        for (const QPointer<QShortcut>& shortcut : plain)
+            if (shortcut) shortcut->setEnabled(!editing);
+    });
 }
 
 void QtControlSite::DestroyWindow(WindowHandle window) {

@@ -66,14 +66,26 @@ TEST_F(VexplotWidgetTest, AcceleratorsWorkWhereverTheFocusIsInTheControl) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_2);  // without Alt a digit is no accelerator
         EXPECT_EQ(control.GetViewMode(), 1);
     }
+    // A text field inside the control keeps Enter, which it edits with.
+    auto* inPlace = new QLineEdit(Window(WindowRole::Control));
+    inPlace->show();
+    int returns = 0;
+    QObject::connect(inPlace, &QLineEdit::returnPressed, [&returns] { ++returns; });
+    inPlace->setFocus();
+    QTest::keyClick(inPlace, Qt::Key_Return);
+    EXPECT_EQ(returns, 1);
+    QTest::keyClick(inPlace, Qt::Key_2, Qt::AltModifier);  // not a key it edits with
+    EXPECT_EQ(control.GetViewMode(), 0);
+    delete inPlace;
+
     QDialog dialog(widget.get());
     auto* field = new QLineEdit(&dialog);
     dialog.show();
     QApplication::setActiveWindow(&dialog);
     field->setFocus();
     ASSERT_EQ(QApplication::focusWidget(), field);
-    QTest::keyClick(field, Qt::Key_2, Qt::AltModifier);
-    EXPECT_EQ(control.GetViewMode(), 1);
+    QTest::keyClick(field, Qt::Key_3, Qt::AltModifier);
+    EXPECT_EQ(control.GetViewMode(), 0);
 }
 
 TEST_F(VexplotWidgetTest, EveryMenuEntryHasItsCommand) {
