@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPointer>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <qdrawutil.h>
@@ -34,6 +35,20 @@ LegendWindowWidget::LegendWindowWidget(QWidget* parent) : QWidget(parent) {
     caption_->setContentsMargins(4, 2, 4, 2);
     caption_->setCursor(Qt::SizeAllCursor);
     caption_->installEventFilter(this);
+    // The caption's close button hides the legend as the "Legend Window"
+    // command does; the control reads the window's visibility back.
+    closeButton_ = new QToolButton(caption_);
+    closeButton_->setText(QStringLiteral("\u00D7"));
+    closeButton_->setToolTip(QStringLiteral("Close"));
+    closeButton_->setAutoRaise(true);
+    closeButton_->setCursor(Qt::ArrowCursor);
+    connect(closeButton_, &QToolButton::clicked, this, [this] {
+        if (logic_) logic_->SetShown(false);
+    });
+    auto* captionLayout = new QHBoxLayout(caption_);
+    captionLayout->setContentsMargins(0, 0, 0, 0);
+    captionLayout->addStretch(1);
+    captionLayout->addWidget(closeButton_);
     layout->addWidget(caption_);
 
     // A report list of one column: rows select whole, names longer than

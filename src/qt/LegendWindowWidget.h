@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class QLabel;
+class QToolButton;
 class QTreeWidget;
 class QTreeWidgetItem;
 
@@ -13,7 +14,7 @@ class CUIW_LegendWindow;
 class RgbaRaster;
 
 // The legend window on screen: a sizing frame around a caption strip
-// "Legend" (drag it to move the window) over a list that fills the rest,
+// "Legend" (drag it to move the window, its button closes it) over a list that fills the rest,
 // with one row per graph object: its 32 x 32 preview (the mask colour
 // transparent), its name and a check box for its visibility. The list has
 // one column of the logic's width; longer names are cut with an ellipsis. The rows are rebuilt from the logic object whenever it reports
@@ -48,6 +49,7 @@ private:
 
     CUIW_LegendWindow* logic_ = nullptr;
     QLabel* caption_ = nullptr;
+    QToolButton* closeButton_ = nullptr;
     QTreeWidget* list_ = nullptr;
     bool syncing_ = false;    // true while the rows are set from the logic
     QPoint dragStart_;        // the cursor at the press on the caption, global

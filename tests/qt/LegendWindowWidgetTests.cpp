@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <memory>
 
@@ -98,6 +99,10 @@ TEST_F(LegendWindowWidgetTest, OneColumnOfFixedWidthInAListThatFillsTheWindow) {
     EXPECT_EQ(rows->geometry().right(), 200 - WindowSizing::kBorder - 1);
     EXPECT_EQ(rows->geometry().bottom(), 220 - WindowSizing::kBorder - 1);
     EXPECT_EQ(rows->visualItemRect(rows->topLevelItem(0)).width(), CUIW_LegendWindow::kColumnWidth);
+
+    legend.SetShown(true);
+    widget.findChild<QToolButton*>()->click();  // the caption's close button
+    EXPECT_FALSE(site.IsWindowVisible(legend.Window()));
 }
 
 TEST_F(LegendWindowWidgetTest, CheckStateFollowsTheLogicBothWays) {
