@@ -88,9 +88,7 @@ TEST_F(LegendWindowWidgetTest, OneColumnOfFixedWidthInAListThatFillsTheWindow) {
     // Dragging the bottom-right corner by (40, 20) sizes the window through the logic.
     const QRect before = widget.geometry();
     Mouse(QEvent::MouseButtonPress, {159, 199}, Qt::LeftButton);
-    QMouseEvent drag(QEvent::MouseMove, QPointF(199, 219), QPointF(199, 219), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(&widget, &drag);
+    Mouse(QEvent::MouseMove, {199, 219}, Qt::LeftButton);
     Mouse(QEvent::MouseButtonRelease, {199, 219}, Qt::NoButton);
     EXPECT_EQ(test::B(site.GetWindowRect(legend.Window())),
               (test::Box{before.left(), before.top(), before.left() + 200, before.top() + 220}));

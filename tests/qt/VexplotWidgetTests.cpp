@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QImage>
-#include <QKeyEvent>
 #include <QDialog>
 #include <QLineEdit>
 #include <QMouseEvent>

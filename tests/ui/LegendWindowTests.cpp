@@ -12,7 +12,6 @@
 #include "settings/SettingsStore.h"
 #include "support/ArchiveBytes.h"
 #include "support/Boxes.h"
-#include "support/Caught.h"
 #include "support/RecordingLegendOwner.h"
 #include "ui/CUIW_LegendWindow.h"
 #include "ui/LegendPreview.h"
