@@ -186,35 +186,23 @@ TEST_F(InfoWindowTest, SetLineIsDroppedWhileMouseInputWaitsOnlyWhenTransparent) 
     EXPECT_EQ(wnd.Entries().Entries()[1].text, "X 12");
 }
 
-TEST_F(InfoWindowTest, ScrollsByClientHeightsAndKeepsTheOffsetInRange) {
+// Sized by its frame, a floating window keeps its picture: lower than the
+// text it scrolls by client heights, at the text's height or more it has no
+// scroll bar, wider it shows background. Docked, the owner gives it the
+// text's size: nothing to scroll either, and the frame does nothing.
+TEST_F(InfoWindowTest, SizedWindowsScrollOnlyWhatDoesNotFit) {
     const InfoSection pos = wnd.AddSection(1, "Position:", 0);
     for (int i = 0; i < 8; ++i) wnd.AddLine(pos, "line", 0);  // 9 lines: 120 pixels with the spare line
-    Resize(100, kCaption + 24);
+    wnd.OnSizedByUser({30, 40, 130, 40 + kCaption + 24});
+    EXPECT_EQ(B(site.GetWindowRect(wnd.Window())), (Box{30, 40, 130, 40 + kCaption + 24}));
+    EXPECT_EQ(B(wnd.NormalRect()), (Box{30, 40, 130, 40 + kCaption + 24}));
     EXPECT_EQ(B(wnd.ClientRect()), (Box{0, kCaption, 100 - CUIW_InfoWnd::kScrollBarWidth, kCaption + 24}));
-
     wnd.ScrollBy(InfoScrollAction::LineDown);
     EXPECT_EQ(wnd.Scroll(), (InfoScroll{1, 5, 24}));
     wnd.ScrollBy(InfoScrollAction::ThumbTrack, 5);
     EXPECT_EQ(wnd.Scroll(), (InfoScroll{5, 5, 96}));
-
-    // Lines going away shrink the range and pull the position back in.
-    wnd.RemoveSection(pos);
+    wnd.OnSizedByUser({30, 40, 400, 40 + kCaption + 120});
     EXPECT_EQ(wnd.Scroll(), (InfoScroll{0, 0, 0}));
-    EXPECT_FALSE(wnd.ScrollBarShown());
-}
-
-// Sized by its frame, a floating window keeps its picture: lower than the
-// text it scrolls, at the text's height or more it has no scroll bar.
-// Docked, the owner gives it the text's size: nothing to scroll either.
-TEST_F(InfoWindowTest, SizedWindowsScrollOnlyWhatDoesNotFit) {
-    const InfoSection pos = wnd.AddSection(1, "Position:", 0);
-    for (int i = 0; i < 4; ++i) wnd.AddLine(pos, "line", 0);  // 5 lines: 72 pixels with the spare line
-    wnd.OnSizedByUser({30, 40, 130, 40 + kCaption + 36});
-    EXPECT_EQ(B(site.GetWindowRect(wnd.Window())), (Box{30, 40, 130, 40 + kCaption + 36}));
-    EXPECT_EQ(B(wnd.NormalRect()), (Box{30, 40, 130, 40 + kCaption + 36}));
-    EXPECT_EQ(wnd.Scroll().range, 2);
-    wnd.OnSizedByUser({30, 40, 400, 40 + kCaption + 72});
-    EXPECT_FALSE(wnd.ScrollBarShown());
     EXPECT_EQ(wnd.Content().width, kMaxWidth * (9 + 5)) << "a wider window shows background, not a wider text";
 
     wnd.SetDocked(true);
@@ -223,7 +211,12 @@ TEST_F(InfoWindowTest, SizedWindowsScrollOnlyWhatDoesNotFit) {
     EXPECT_FALSE(wnd.ScrollBarShown());
     EXPECT_EQ(wnd.WantedWidth(), wnd.Content().width);
     wnd.OnSizedByUser({0, 0, 300, 300});
-    EXPECT_EQ(B(site.GetWindowRect(wnd.Window())), (Box{0, 0, wnd.Content().width, 72}));
+    EXPECT_EQ(B(site.GetWindowRect(wnd.Window())), (Box{0, 0, wnd.Content().width, 120}));
+    // Lines going away shrink the range and pull the position back in.
+    Resize(100, 24);
+    wnd.ScrollBy(InfoScrollAction::ThumbTrack, 5);
+    wnd.RemoveSection(pos);
+    EXPECT_EQ(wnd.Scroll(), (InfoScroll{0, 0, 0}));
 }
 
 // A mask renderer as a window would install: each shown line gets text
