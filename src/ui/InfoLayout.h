@@ -60,10 +60,9 @@ public:
 
     // The scroll state for `position` over a picture `contentHeight` high
     // seen through `clientHeight` pixels: range = content / client (0 when
-    // the picture fits), the
-    // position clamped to 0 ... range, offset = client x position but never
-    // past the last full client height. `previous` is kept when the client
-    // area is too low to scroll.
+    // the picture fits), the position clamped to 0 ... range, offset =
+    // client x position but never past the last full client height.
+    // `previous` is kept when the client area is too low to scroll.
     static InfoScroll Scroll(int32_t position, int32_t contentHeight, int32_t clientHeight,
                              const InfoScroll& previous);
     // The scroll bar's page step: a tenth of the range, at least 1.
