@@ -202,7 +202,7 @@ void QtControlSite::MoveWindow(WindowHandle window, const PixelRect& rect) {
 PixelRect QtControlSite::GetWindowRect(WindowHandle window) const {
     const QWidget* widget = Widget(window);
     if (!widget) return PixelRect{};
-    const QRect r = widget->geometry();
+    const QRect r = animator_->Geometry(widget);
     return PixelRect{r.left(), r.top(), r.left() + r.width(), r.top() + r.height()};
 }
 

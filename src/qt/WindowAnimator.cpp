@@ -31,11 +31,16 @@ void PlaceFrame(QWidget& widget, uint32_t flags, const QRect& picture, double t)
 void WindowAnimator::Finish(QWidget* widget) {
     const auto it = running_.find(widget);
     if (it == running_.end()) return;
-    QPointer<QVariantAnimation> animation = it->second;
+    QPointer<QVariantAnimation> animation = it->second.animation;
     running_.erase(it);
     if (!animation) return;
     animation->setCurrentTime(animation->duration());
     animation->stop();
+}
+
+QRect WindowAnimator::Geometry(const QWidget* widget) const {
+    const auto it = running_.find(widget);
+    return it != running_.end() && it->second.animation ? it->second.picture : widget->geometry();
 }
 
 void WindowAnimator::Animate(QWidget* widget, uint32_t flags, int milliseconds) {
@@ -57,7 +62,7 @@ void WindowAnimator::Animate(QWidget* widget, uint32_t flags, int milliseconds) 
         target->clearMask();
         if (hide) target->hide();
     });
-    running_[widget] = animation;
+    running_[widget] = Running{animation, picture};
     if (!hide) {
         PlaceFrame(*widget, flags, picture, 0.0);
         widget->show();

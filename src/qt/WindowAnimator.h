@@ -25,9 +25,17 @@ public:
     // Ends a running animation on `widget` at once (before the widget is
     // moved or shown by other means); nothing when none runs.
     void Finish(QWidget* widget);
+    // The geometry `widget` has when its running animation ends (the
+    // control reads a window's place as that, not as a frame's); its
+    // geometry now when none runs.
+    QRect Geometry(const QWidget* widget) const;
 
 private:
-    std::map<QWidget*, QPointer<QVariantAnimation>> running_;
+    struct Running {
+        QPointer<QVariantAnimation> animation;
+        QRect picture;
+    };
+    std::map<const QWidget*, Running> running_;
 };
 
 }  // namespace vexplot

@@ -137,6 +137,7 @@ TEST(WindowAnimatorTest, ASlideMovesTheWindowFromItsEdgeToItsPlace) {
     WindowAnimator animator;
     animator.Animate(&window, LegendAnimation::FixedFlags(2, true), 200);
     EXPECT_EQ(window.pos(), QPoint(50 - 120, 40));
+    EXPECT_EQ(animator.Geometry(&window), QRect(50, 40, 120, 90)) << "its place reads as the final one";
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(window.mask().boundingRect().width(), 1) << "nothing shows yet";
     animator.Finish(&window);
