@@ -88,7 +88,13 @@ TEST(ControlEngineStart, FailuresShowTheirMessagesAndStopOrRecover) {
         EXPECT_EQ(f.Create(), c.created);
         EXPECT_EQ(f.site.messages, c.messages);
         EXPECT_EQ(f.control->IsCreated(), c.created);
-        if (!c.created) {
+        if (c.created) {
+            // The confirmed choice is written as the engine settings.
+            EXPECT_EQ(f.site.offered.size(), 1u);
+            EXPECT_EQ(f.Read("", "Engine"), kRecordingEngineClass.ToString());
+            EXPECT_EQ(f.Read("", "EngineName"), "Other");
+            EXPECT_EQ(f.control->EngineName(), "Other");
+        } else {
             // A control without a plot: every later call is harmless.
             EXPECT_EQ(f.control->GetEngine(), nullptr);
             EXPECT_NE(f.control->SetData(CreateGraphData(std::vector<double>(4, 1.0), 2, 2).Get()), S_OK);
@@ -102,22 +108,11 @@ TEST(ControlEngineStart, FailuresShowTheirMessagesAndStopOrRecover) {
     }
 }
 
-TEST_F(ControlFixture, ConfirmedChoiceIsWrittenAsTheEngineSettings) {
-    InstallEngine("Other");
-    site.choices = {{"Other", kRecordingEngineClass.ToString()}};
-    ASSERT_TRUE(Create());
-    EXPECT_EQ(site.offered.size(), 1u);
-    EXPECT_EQ(Read("", "Engine"), kRecordingEngineClass.ToString());
-    EXPECT_EQ(Read("", "EngineName"), "Other");
-    EXPECT_EQ(control->EngineName(), "Other");
-}
-
 TEST_F(ControlFixture, ThreeDViewThatRefusesAttachLeavesA2DControl) {
     InstallEngine();
     log->failures["view.Attach"] = E_FAIL;
-    std::vector<HRESULT> errors;
     Construct();
-    control->OnError([&](HRESULT code, const std::string&) { errors.push_back(code); });
+    ListenForErrors();
     ASSERT_TRUE(Create());
 
     EXPECT_EQ(site.messages, (Strings{"Can't start 3D device."}));
@@ -179,24 +174,7 @@ TEST_F(ControlFixture, PaintDrawsTheCurrentSurfaceAndClearsThePendingRedraw) {
     EXPECT_FALSE(control->RedrawPending());
 }
 
-TEST_F(ControlFixture, LossOfThe3DDeviceAtRelayoutSwitchesTo2D) {
-    CreateWorking();
-    log->failures["view.Refresh"] = E_FAIL;
-    control->RecalcLayout();
-    EXPECT_EQ(site.messages, (Strings{"ERROR! 3D mode should be disabled."}));
-    EXPECT_EQ(control->GetView3D(), nullptr);
-    EXPECT_EQ(control->GetViewMode(), 0);
-    EXPECT_TRUE(site.Visible(WindowRole::View2D));
-    EXPECT_FALSE(site.Visible(WindowRole::View3D));
-
-    // A healthy device is updated after the check instead.
-    log->failures.clear();
-    site.messages.clear();
-    control->RecalcLayout();
-    EXPECT_TRUE(site.messages.empty());
-}
-
-TEST_F(ControlFixture, RelayoutChecksThenUpdatesTheHealthy3DView) {
+TEST_F(ControlFixture, RelayoutUpdatesAHealthy3DViewAndSwitchesTo2DOnItsLoss) {
     CreateWorking();
     control->RecalcLayout();
     Strings names = log->Names();
@@ -204,6 +182,15 @@ TEST_F(ControlFixture, RelayoutChecksThenUpdatesTheHealthy3DView) {
     ASSERT_NE(refresh, names.end());
     EXPECT_EQ(*(refresh + 1), "view.Update");
     EXPECT_EQ(Calls("view.Resize"), (Strings{"view.Resize(400,260)"}));
+    EXPECT_TRUE(site.messages.empty());
+
+    log->failures["view.Refresh"] = E_FAIL;
+    control->RecalcLayout();
+    EXPECT_EQ(site.messages, (Strings{"ERROR! 3D mode should be disabled."}));
+    EXPECT_EQ(control->GetView3D(), nullptr);
+    EXPECT_EQ(control->GetViewMode(), 0);
+    EXPECT_TRUE(site.Visible(WindowRole::View2D));
+    EXPECT_FALSE(site.Visible(WindowRole::View3D));
 }
 
 TEST_F(ControlFixture, DestroyReleases3DViewThen2DDeviceThenEngine) {
