@@ -224,39 +224,36 @@ TEST_F(ControlFixture, OneDimensionalViewSettersKeepToTheirRanges) {
     EXPECT_EQ(graph->OneDimensionalView(), 2);
     EXPECT_EQ(Calls("view.SetDataVisible").back(), "view.SetDataVisible(0)");
 
+    // Each value is called as a script calls it; an accepted one changes the
+    // drawing and sends the section with it (last), a refused one changes
+    // nothing.
     struct Case {
-        const char* name;
-        std::function<void()> call;
-        std::function<bool(const CGD_GraphObject::DrawingSettings&)> changed;
-        bool accepted;
+        const char* setter;
+        Variant value;
+        const char* section;  // null: refused
     };
-    auto& c0 = *control;
     const Case cases[] = {
-        {"secant 100", [&] { c0.SetSecantPlane1DView(100.0); }, [](auto& d) { return d.secantPosition == 100.0; }, true},
-        {"secant 0", [&] { c0.SetSecantPlane1DView(0.0); }, [](auto& d) { return d.secantPosition == 0.0; }, true},
-        {"secant above", [&] { c0.SetSecantPlane1DView(100.5); }, [](auto& d) { return d.secantPosition == 100.5; }, false},
-        {"secant below", [&] { c0.SetSecantPlane1DView(-0.1); }, [](auto& d) { return d.secantPosition < 0; }, false},
-        {"plot style 3", [&] { c0.SetPlotStyle1DView(3); }, [](auto& d) { return d.plotStyle == 3; }, true},
-        {"plot style 4", [&] { c0.SetPlotStyle1DView(4); }, [](auto& d) { return d.plotStyle == 4; }, false},
-        {"point style 6", [&] { c0.SetPointStyle1DView(6); },
-         [](auto& d) { return d.pointStyle == PointStyle::Star; }, true},
-        {"point style 7", [&] { c0.SetPointStyle1DView(7); },
-         [](auto& d) { return static_cast<int>(d.pointStyle) == 7; }, false},
-        {"point style -1", [&] { c0.SetPointStyle1DView(-1); },
-         [](auto& d) { return static_cast<int>(d.pointStyle) == -1; }, false},
-        {"curve colour", [&] { c0.SetCurveColor1DView(0x123456); }, [](auto& d) { return d.curveColor == 0x123456; },
-         true},
+        {"SetSecantPlane1DView", Variant(100.0), "device.SetSection(2,2,0,16777215,100)"},
+        {"SetSecantPlane1DView", Variant("0"), "device.SetSection(2,2,0,16777215,0)"},
+        {"SetSecantPlane1DView", Variant(100.5), nullptr},
+        {"SetSecantPlane1DView", Variant(-0.1), nullptr},
+        {"SetPlotStyle1DView", Variant(int32_t{3}), "device.SetSection(2,3,0,16777215,0)"},
+        {"SetPlotStyle1DView", Variant(int16_t{4}), nullptr},
+        {"SetPointStyle1DView", Variant(6.0), "device.SetSection(2,3,6,16777215,0)"},
+        {"SetPointStyle1DView", Variant(int16_t{7}), nullptr},
+        {"SetPointStyle1DView", Variant(int16_t{-1}), nullptr},
+        {"SetCurveColor1DView", Variant(int32_t{0x123456}), "device.SetSection(2,3,6,1193046,0)"},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(testing::Message() << "row " << (&c - cases));
         log->calls.clear();
-        c.call();
-        EXPECT_EQ(c.changed(graph->Drawing()), c.accepted);
-        EXPECT_EQ(Calls("device.SetSection").empty(), !c.accepted);
+        const CGD_GraphObject::DrawingSettings before = graph->Drawing();
+        Method(c.setter, {c.value});
+        EXPECT_EQ(graph->Drawing() == before, c.section == nullptr);
+        const Strings sent = Calls("device.SetSection");
+        EXPECT_EQ(sent.empty() ? "refused" : sent.back(), c.section ? c.section : "refused");
     }
-    // The section sent last carries the accepted values.
-    control->SetPlotStyle1DView(1);
-    EXPECT_EQ(Calls("device.SetSection").back(), "device.SetSection(2,1,6,1193046,0)");
+    EXPECT_EQ(graph->Drawing().pointStyle, PointStyle::Star);
 
     control->Enable1DView(0, 0);
     EXPECT_EQ(graph->OneDimensionalView(), 0);
@@ -264,45 +261,37 @@ TEST_F(ControlFixture, OneDimensionalViewSettersKeepToTheirRanges) {
     EXPECT_EQ(graph->OneDimensionalView(), 0);
 }
 
+// Each setter writes the whole record it is part of, the other members
+// as they were; the getter reads the member back.
 TEST_F(ControlFixture, CameraSettersReadModifyWriteTheRecord) {
     CreateWorking();
     struct Case {
-        const char* name;
-        std::function<void(CUI_VexplotCtrl&)> set;
-        std::function<double(CUI_VexplotCtrl&)> get;
+        const char* setter;
+        const char* getter;
+        double value;
         const char* written;
     };
     const Case cases[] = {
-        {"position y", [](auto& c) { c.SetCamYPosition(9.0); }, [](auto& c) { return c.GetCamYPosition(); },
-         "view.SetCameraPosition(1,9,3,1)"},
-        {"position z", [](auto& c) { c.SetCamZPosition(-2.0); }, [](auto& c) { return c.GetCamZPosition(); },
-         "view.SetCameraPosition(1,9,-2,1)"},
-        {"centre x", [](auto& c) { c.SetCamXCenter(4.0); }, [](auto& c) { return c.GetCamXCenter(); },
-         "view.SetCameraCenter(4,0,0,1)"},
-        {"distance", [](auto& c) { c.SetCamDist(12.0f); }, [](auto& c) { return c.GetCamDist(); },
-         "view.SetDistance(12)"},
-        {"azimuth", [](auto& c) { c.SetCamAzim(45.0f); }, [](auto& c) { return c.GetCamAzim(); },
-         "view.SetAzimuth(45)"},
+        {"SetCamYPosition", "GetCamYPosition", 9.0, "view.SetCameraPosition(1,9,3,1)"},
+        {"SetCamZPosition", "GetCamZPosition", -2.0, "view.SetCameraPosition(1,9,-2,1)"},
+        {"SetCamXCenter", "GetCamXCenter", 4.0, "view.SetCameraCenter(4,0,0,1)"},
+        {"SetCamDist", "GetCamDist", 12.0, "view.SetDistance(12)"},
+        {"SetCamAzim", "GetCamAzim", 45.0, "view.SetAzimuth(45)"},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(c.setter);
         log->calls.clear();
-        c.set(*control);
-        const Strings writes = [&] {
-            Strings w;
-            for (const std::string& call : log->calls)
-                for (const char* prefix : {"view.SetCamera", "view.SetDistance", "view.SetAzimuth"})
-                    if (call.rfind(prefix, 0) == 0) w.push_back(call);
-            return w;
-        }();
-        ASSERT_EQ(writes.size(), 1u);
-        EXPECT_EQ(writes[0], c.written);
+        Method(c.setter, {Variant(c.value)});
+        Strings writes;
+        for (const char* prefix : {"view.SetCamera", "view.SetDistance", "view.SetAzimuth"})
+            for (const std::string& call : Calls(prefix)) writes.push_back(call);
+        EXPECT_EQ(writes, Strings{c.written});
         // In 3-D mode the view is laid out and redrawn after the change.
         EXPECT_FALSE(Calls("view.Update").empty());
-        EXPECT_NE(c.get(*control), 0.0);
+        Variant number;
+        ASSERT_EQ(Method(c.getter).ChangeType(VT_R8, &number), S_OK);
+        EXPECT_EQ(number.R8(), c.value);
     }
-    EXPECT_EQ(control->GetCamYPosition(), 9.0);
-    EXPECT_EQ(control->GetCamZPosition(), -2.0);
 }
 
 TEST_F(ControlFixture, SetActiveChangesNothing) {
