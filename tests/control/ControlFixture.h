@@ -185,4 +185,10 @@ struct ControlHarness {
 
 class ControlFixture : public ::testing::Test, public ControlHarness {};
 
+// A created control on the recording engine in every test.
+class WorkingControl : public ControlFixture {
+protected:
+    void SetUp() override { CreateWorking(); }
+};
+
 }  // namespace vexplot::test

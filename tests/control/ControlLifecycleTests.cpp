@@ -131,8 +131,7 @@ TEST_F(ControlFixture, ThreeDViewThatRefusesAttachLeavesA2DControl) {
     EXPECT_TRUE(Calls("view.").empty());
 }
 
-TEST_F(ControlFixture, ModeSwitchShowsOnlyOnChangeAndAlwaysRedrawsWithErase) {
-    CreateWorking();
+TEST_F(WorkingControl, ModeSwitchShowsOnlyOnChangeAndAlwaysRedrawsWithErase) {
     const WindowHandle view2D = site.Find(WindowRole::View2D);
     const WindowHandle view3D = site.Find(WindowRole::View3D);
 
@@ -159,8 +158,7 @@ TEST_F(ControlFixture, ModeSwitchShowsOnlyOnChangeAndAlwaysRedrawsWithErase) {
     EXPECT_EQ(Calls("view.Refresh"), (Strings{"view.Refresh(0)"}));
 }
 
-TEST_F(ControlFixture, PaintDrawsTheCurrentSurfaceAndClearsThePendingRedraw) {
-    CreateWorking();
+TEST_F(WorkingControl, PaintDrawsTheCurrentSurfaceAndClearsThePendingRedraw) {
     control->SetViewMode(0);
     ASSERT_TRUE(control->RedrawPending());
     log->calls.clear();
@@ -174,8 +172,7 @@ TEST_F(ControlFixture, PaintDrawsTheCurrentSurfaceAndClearsThePendingRedraw) {
     EXPECT_FALSE(control->RedrawPending());
 }
 
-TEST_F(ControlFixture, RelayoutUpdatesAHealthy3DViewAndSwitchesTo2DOnItsLoss) {
-    CreateWorking();
+TEST_F(WorkingControl, RelayoutUpdatesAHealthy3DViewAndSwitchesTo2DOnItsLoss) {
     control->RecalcLayout();
     Strings names = log->Names();
     const auto refresh = std::find(names.begin(), names.end(), "view.Refresh");
@@ -193,8 +190,7 @@ TEST_F(ControlFixture, RelayoutUpdatesAHealthy3DViewAndSwitchesTo2DOnItsLoss) {
     EXPECT_FALSE(site.Visible(WindowRole::View3D));
 }
 
-TEST_F(ControlFixture, DestroyReleases3DViewThen2DDeviceThenEngine) {
-    CreateWorking();
+TEST_F(WorkingControl, DestroyReleases3DViewThen2DDeviceThenEngine) {
     factory->engine->logReleases = true;
     View().logReleases = true;
     factory->engine->device->logReleases = true;
@@ -235,8 +231,7 @@ TEST_F(ControlFixture, WindowsVisibleBeforeTheWindowsExistComesFromTheSettings) 
     }
 }
 
-TEST_F(ControlFixture, ShowWindowsAllOffBeforeAnyVisibilityCallHidesAllFive) {
-    CreateWorking();
+TEST_F(WorkingControl, ShowWindowsAllOffBeforeAnyVisibilityCallHidesAllFive) {
     control->ShowWindows(CUI_VexplotCtrl::wndAll, 0);
     for (WindowRole role : {WindowRole::Title, WindowRole::MenuButton, WindowRole::LegendButton,
                             WindowRole::StatusBar, WindowRole::InfoWindow, WindowRole::LegendWindow,

@@ -12,8 +12,7 @@ using Strings = std::vector<std::string>;
 
 // The setters are called as scripts call them: text and floating-point
 // numbers convert to the declared integer type.
-TEST_F(ControlFixture, GraphModeTableAndItsAsymmetry) {
-    CreateWorking();
+TEST_F(WorkingControl, GraphModeTableAndItsAsymmetry) {
     ShowGrid();
     struct Case {
         const char* setter;
@@ -38,8 +37,7 @@ TEST_F(ControlFixture, GraphModeTableAndItsAsymmetry) {
     EXPECT_EQ(Calls("view.SetGraphStyle"), (Strings{"view.SetGraphStyle(4)"}));
 }
 
-TEST_F(ControlFixture, InvalidGraphModeRaisesTheErrorEventAtEverySink) {
-    CreateWorking();
+TEST_F(WorkingControl, InvalidGraphModeRaisesTheErrorEventAtEverySink) {
     ShowGrid();
     const auto older = Advise(CUI_VexplotCtrl::kEventsIid);
     const auto current = Advise();
@@ -64,8 +62,7 @@ TEST_F(ControlFixture, InvalidGraphModeRaisesTheErrorEventAtEverySink) {
     EXPECT_FALSE(Calls("view.Refresh").empty());
 }
 
-TEST_F(ControlFixture, ShadingModeAcceptsOneAndTwoAndRedrawsOnlyIn2D) {
-    CreateWorking();
+TEST_F(WorkingControl, ShadingModeAcceptsOneAndTwoAndRedrawsOnlyIn2D) {
     EXPECT_EQ(control->GetShadingMode(), 1);  // no graph object
     ShowGrid();
     struct Case {
@@ -94,8 +91,7 @@ TEST_F(ControlFixture, ShadingModeAcceptsOneAndTwoAndRedrawsOnlyIn2D) {
 
 // The ranges come back through references, as an automation client asks
 // for them: a FALSE answer leaves the caller's values alone.
-TEST_F(ControlFixture, MethodsWithoutAGraphObjectAnswerEmpty) {
-    CreateWorking();
+TEST_F(WorkingControl, MethodsWithoutAGraphObjectAnswerEmpty) {
     double a = 7.0;
     double b = 7.0;
     for (const char* range : {"GetXRange", "GetYRange", "GetZRange"}) {
@@ -112,8 +108,7 @@ TEST_F(ControlFixture, MethodsWithoutAGraphObjectAnswerEmpty) {
     EXPECT_EQ(control->GetViewMode(), 1);  // nothing to show in 1-D: no switch
 }
 
-TEST_F(ControlFixture, SetDataShowsTheGridWithItsRanges) {
-    CreateWorking();
+TEST_F(WorkingControl, SetDataShowsTheGridWithItsRanges) {
     std::vector<double> z = {1, 2, 3, -4, 5, 6};
     const std::vector<double> xs = {10, 20, 30};
     const std::vector<double> ys = {-1, 1};
@@ -152,8 +147,7 @@ std::pair<double, double> TickEnds(const std::vector<std::string>& calls) {
     return {std::stod(args[2]), std::stod(args[3])};
 }
 
-TEST_F(ControlFixture, TheBoxAxesSpanEveryObjectAndTheFlatViewTheActiveOne) {
-    CreateWorking();
+TEST_F(WorkingControl, TheBoxAxesSpanEveryObjectAndTheFlatViewTheActiveOne) {
     const std::vector<double> small = {0, 0.5, 1, 0.25};
     const std::vector<double> tall = {-40, 10, 90, 0};
     const std::vector<double> unit = {0, 1};
@@ -186,8 +180,7 @@ TEST_F(ControlFixture, TheBoxAxesSpanEveryObjectAndTheFlatViewTheActiveOne) {
     EXPECT_LE(onlyHigh, 2.0);
 }
 
-TEST_F(ControlFixture, CopyArrayDataNeedsTwoColumnsAndNumbersItsScales) {
-    CreateWorking();
+TEST_F(WorkingControl, CopyArrayDataNeedsTwoColumnsAndNumbersItsScales) {
     EXPECT_EQ(control->CopyArrayData(Variant(MakeGrid(1, 5, 2.0))), S_FALSE);
     EXPECT_EQ(control->GetGraphObjects()->Count(), 0);
     EXPECT_EQ(control->CopyAxisScaleData(0, Variant(SafeArray::Create1D(3))), S_FALSE);  // no data object yet
@@ -209,8 +202,7 @@ TEST_F(ControlFixture, CopyArrayDataNeedsTwoColumnsAndNumbersItsScales) {
     EXPECT_LT(control->CopyAxisScaleData(1, Variant(SafeArray::FromValues(scale))), 0);
 }
 
-TEST_F(ControlFixture, OneDimensionalViewSettersKeepToTheirRanges) {
-    CreateWorking();
+TEST_F(WorkingControl, OneDimensionalViewSettersKeepToTheirRanges) {
     CGD_GraphObject* graph = ShowGrid();
     ASSERT_NE(graph, nullptr);
     // Not in the 1-D view yet: everything is ignored.
@@ -263,8 +255,7 @@ TEST_F(ControlFixture, OneDimensionalViewSettersKeepToTheirRanges) {
 
 // Each setter writes the whole record it is part of, the other members
 // as they were; the getter reads the member back.
-TEST_F(ControlFixture, CameraSettersReadModifyWriteTheRecord) {
-    CreateWorking();
+TEST_F(WorkingControl, CameraSettersReadModifyWriteTheRecord) {
     struct Case {
         const char* setter;
         const char* getter;
@@ -294,8 +285,7 @@ TEST_F(ControlFixture, CameraSettersReadModifyWriteTheRecord) {
     }
 }
 
-TEST_F(ControlFixture, SetActiveChangesNothing) {
-    CreateWorking();
+TEST_F(WorkingControl, SetActiveChangesNothing) {
     ShowGrid();
     const CGD_GraphObject* before = control->GetGraphObjects()->Active();
     control->SetActive(CreateGraphData(std::vector<double>(4, 0.0), 2, 2).Get());

@@ -34,10 +34,8 @@ private:
     std::filesystem::path previous_;
 };
 
-class ControlStateTest : public ControlFixture {
+class ControlStateTest : public WorkingControl {
 protected:
-    void SetUp() override { CreateWorking(); }
-
     // Replaces the control with a new one at `rect` on the same site and store.
     void Recreate(PixelRect rect = {0, 0, 400, 300}) {
         control->Destroy();

@@ -45,7 +45,7 @@ std::vector<Variant> ArgsFor(const DispatchMember& m, std::vector<double>& out) 
     return args;
 }
 
-class DispatchMethods : public ControlFixture {
+class DispatchMethods : public WorkingControl {
 protected:
     HRESULT Call(DISPID id, std::vector<Variant> args, Variant* result = nullptr, uint32_t* argErr = nullptr) {
         DispParams p;
@@ -61,7 +61,6 @@ protected:
 };
 
 TEST_F(DispatchMethods, EveryMethodAnswersByNameAndByNumberWithItsArgumentCount) {
-    CreateWorking();
     ShowGrid();
     const std::set<DISPID> ids = MethodIds();
     for (DISPID id : ids) {
@@ -102,7 +101,6 @@ TEST_F(DispatchMethods, EveryMethodAnswersByNameAndByNumberWithItsArgumentCount)
 }
 
 TEST_F(DispatchMethods, UnknownMembersAndUnconvertibleArgumentsAreRefused) {
-    CreateWorking();
     for (DISPID id : {113, 208, 550, 1005}) EXPECT_EQ(Call(id, {}), DISP_E_MEMBERNOTFOUND) << id;
     EXPECT_EQ(IdOf("SetLineThickness"), DISPID_UNKNOWN);
     uint32_t argErr = 99;
@@ -115,7 +113,6 @@ TEST_F(DispatchMethods, UnknownMembersAndUnconvertibleArgumentsAreRefused) {
 }
 
 TEST_F(DispatchMethods, UnimplementedMembersReportThemselvesAndAnswerTheirFixedValue) {
-    CreateWorking();
     ListenForErrors();
     // The answers hosts have always had from the getters.
     const std::map<std::string, double> answers = {
@@ -158,14 +155,11 @@ TEST_F(DispatchMethods, UnimplementedMembersReportThemselvesAndAnswerTheirFixedV
 TEST_F(DispatchMethods, MetafileAndPrintSayWhatStopsThemWhileAboutOpensTheAboutBox) {
     // The recording engine draws no scene: the metafile export and printing
     // report that.
-    CreateWorking();
     ListenForErrors();
-    ASSERT_EQ(Call(IdOf("SetMetaFileName"), {Variant("/tmp/view.emf")}), S_OK);
-    Variant name;
-    ASSERT_EQ(Call(IdOf("GetMetaFile"), {}, &name), S_OK);  // the older name reads the same member
-    EXPECT_EQ(name.Bstr(), "/tmp/view.emf");
-    ASSERT_EQ(Call(IdOf("Print"), {}), S_OK);
-    ASSERT_EQ(Call(IdOf("AboutBox"), {}), S_OK);
+    Method("SetMetaFileName", {Variant("/tmp/view.emf")});
+    EXPECT_EQ(Method("GetMetaFile").Bstr(), "/tmp/view.emf");  // the older name reads the same member
+    Method("Print");
+    Method("AboutBox");
     ASSERT_EQ(errors.size(), 2u);
     EXPECT_EQ(errors[0].text, "There is no view to export.");
     EXPECT_EQ(errors[1].text, "There is no view to print.");
@@ -173,7 +167,6 @@ TEST_F(DispatchMethods, MetafileAndPrintSayWhatStopsThemWhileAboutOpensTheAboutB
 }
 
 TEST_F(DispatchMethods, DataCellMouseOverCarriesTheHostsTextBack) {
-    CreateWorking();
     const auto tips = Advise();
     tips->reply = "host text";
     const auto older = Advise(CUI_VexplotCtrl::kEventsIid);

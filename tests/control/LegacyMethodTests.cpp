@@ -10,8 +10,7 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-TEST_F(ControlFixture, TickSettersTakeOneToTenAndReachTheAxisAndTheStore) {
-    CreateWorking();
+TEST_F(WorkingControl, TickSettersTakeOneToTenAndReachTheAxisAndTheStore) {
     struct Case {
         int16_t value;
         int16_t readBack;
@@ -31,8 +30,7 @@ TEST_F(ControlFixture, TickSettersTakeOneToTenAndReachTheAxisAndTheStore) {
     EXPECT_EQ(key.ReadInt("Y-Axis Number Minor Ticks"), 10);
 }
 
-TEST_F(ControlFixture, GridLineCountsAreTwiceTheHalfOfWhatWasSet) {
-    CreateWorking();
+TEST_F(WorkingControl, GridLineCountsAreTwiceTheHalfOfWhatWasSet) {
     struct Case {
         AxisId axis;
         Variant set;
@@ -52,8 +50,7 @@ TEST_F(ControlFixture, GridLineCountsAreTwiceTheHalfOfWhatWasSet) {
     }
 }
 
-TEST_F(ControlFixture, ForwardedSettersRunTheHandlerOnlyForANewValue) {
-    CreateWorking();
+TEST_F(WorkingControl, ForwardedSettersRunTheHandlerOnlyForANewValue) {
     control->SetBackColor(control->GetBackColor());
     EXPECT_TRUE(Calls("device.SetBackgroundColor").empty());
     control->SetBackColor(0x102030);
@@ -76,8 +73,7 @@ TEST_F(ControlFixture, ForwardedSettersRunTheHandlerOnlyForANewValue) {
     EXPECT_EQ(control->GetProperty(7).BoolValue(), true);  // ShowToolTips
 }
 
-TEST_F(ControlFixture, DataAxesAndColourBarAreShownEachOnTheirOwn) {
-    CreateWorking();
+TEST_F(WorkingControl, DataAxesAndColourBarAreShownEachOnTheirOwn) {
     EXPECT_EQ(control->GetShowXAxis(), 1);
     EXPECT_EQ(control->IsShowPalette(), 1);
     control->ShowPalette(0);
@@ -95,8 +91,7 @@ TEST_F(ControlFixture, DataAxesAndColourBarAreShownEachOnTheirOwn) {
     EXPECT_TRUE(control->GetAxis(AxisId::X)->GetAppearance().numbersShown);
 }
 
-TEST_F(ControlFixture, PaletteIdAndColourChoiceRebuildThePalette) {
-    CreateWorking();
+TEST_F(WorkingControl, PaletteIdAndColourChoiceRebuildThePalette) {
     struct Case {
         void (*act)(CUI_VexplotCtrl&);
         int32_t id;
@@ -118,8 +113,7 @@ TEST_F(ControlFixture, PaletteIdAndColourChoiceRebuildThePalette) {
     }
 }
 
-TEST_F(ControlFixture, ResolutionAndViewTypeMapOntoTheCurrentMethods) {
-    CreateWorking();
+TEST_F(WorkingControl, ResolutionAndViewTypeMapOntoTheCurrentMethods) {
     ShowGrid();
     Method("SetResolution", {Variant("2")});
     EXPECT_EQ(control->GetLowResolution(), 1);
@@ -135,8 +129,7 @@ TEST_F(ControlFixture, ResolutionAndViewTypeMapOntoTheCurrentMethods) {
     EXPECT_EQ(Method("GetCamViewType").I4(), 0);
 }
 
-TEST_F(ControlFixture, AxisScaleIsKeptAndSentToThe3DView) {
-    CreateWorking();
+TEST_F(WorkingControl, AxisScaleIsKeptAndSentToThe3DView) {
     EXPECT_EQ(control->GetAxisScale(AxisId::Z), 1.0);
     control->SetAxisScale(AxisId::Z, 2.5);
     EXPECT_EQ(control->GetAxisScale(AxisId::Z), 2.5);
@@ -144,8 +137,7 @@ TEST_F(ControlFixture, AxisScaleIsKeptAndSentToThe3DView) {
     EXPECT_EQ(control->GetAxisScale(AxisId::X), 1.0);
 }
 
-TEST_F(ControlFixture, GraphObjectMembersAnswerFromTheActiveGraph) {
-    CreateWorking();
+TEST_F(WorkingControl, GraphObjectMembersAnswerFromTheActiveGraph) {
     EXPECT_EQ(control->GetNumColumns(), 0);
     EXPECT_EQ(control->GetPaletteMaxVal(), 0.0);
     EXPECT_EQ(control->GetZMinClamp(), 0.0);
@@ -164,8 +156,7 @@ TEST_F(ControlFixture, GraphObjectMembersAnswerFromTheActiveGraph) {
     EXPECT_TRUE(graph->CustomToolTip());
 }
 
-TEST_F(ControlFixture, StoredFlagsWaitForTheirUse) {
-    CreateWorking();
+TEST_F(WorkingControl, StoredFlagsWaitForTheirUse) {
     control->SetShowGrid(false);
     EXPECT_FALSE(control->GetShowGrid());
     EXPECT_TRUE(Calls("view.SetGridVisible").empty());  // reaches the view only with a new engine
@@ -179,8 +170,7 @@ TEST_F(ControlFixture, StoredFlagsWaitForTheirUse) {
     EXPECT_EQ(sink->events.size(), 1u);
 }
 
-TEST_F(ControlFixture, PaletteFileNameIsKeptEvenWhenTheFileIsMissing) {
-    CreateWorking();
+TEST_F(WorkingControl, PaletteFileNameIsKeptEvenWhenTheFileIsMissing) {
     log->calls.clear();
     control->SetPaletteFile("/nonexistent/ramp.plt");
     EXPECT_EQ(control->GetPaletteFile(), "/nonexistent/ramp.plt");

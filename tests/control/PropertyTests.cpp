@@ -103,8 +103,12 @@ protected:
     }
 };
 
-TEST_F(PropertyTest, AFreshStoreGivesTheDefaultsAndReceivesEveryValue) {
-    CreateWorking();
+class WorkingPropertyTest : public PropertyTest {
+protected:
+    void SetUp() override { CreateWorking(); }
+};
+
+TEST_F(WorkingPropertyTest, AFreshStoreGivesTheDefaultsAndReceivesEveryValue) {
     std::map<DISPID, Variant> defaults = {
         {3, I4(0)}, {5, B(true)}, {6, B(true)}, {7, B(false)}, {36, I4(0xFFFFFF)}, {37, I4(0xF0F0F0)},
         {38, B(true)}, {39, B(true)}, {40, B(true)}, {41, B(true)}, {42, B(true)}, {43, B(true)}, {44, B(false)},
@@ -201,8 +205,7 @@ TEST_F(PropertyTest, CameraStepsKeepTheirValueUnderACommaLocale) {
     EXPECT_EQ(z, 0.5);
 }
 
-TEST_F(PropertyTest, InfoTextColorAvoidsTheTransparencyKeys) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, InfoTextColorAvoidsTheTransparencyKeys) {
     struct Case {
         int32_t set, kept;
     };
@@ -215,8 +218,7 @@ TEST_F(PropertyTest, InfoTextColorAvoidsTheTransparencyKeys) {
     }
 }
 
-TEST_F(PropertyTest, StoreOnlyPropertiesTouchNeitherStoreNorDrawing) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, StoreOnlyPropertiesTouchNeitherStoreNorDrawing) {
     for (DISPID id : {24, 25, 602}) {
         SCOPED_TRACE(id);
         const bool before = control->GetProperty(id).BoolValue();
@@ -232,8 +234,7 @@ TEST_F(PropertyTest, StoreOnlyPropertiesTouchNeitherStoreNorDrawing) {
     next->Destroy();
 }
 
-TEST_F(PropertyTest, QualityBelowOneBecomesZeroInTheNextControlAndOneDrawsFullDetailWhileMoving) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, QualityBelowOneBecomesZeroInTheNextControlAndOneDrawsFullDetailWhileMoving) {
     ASSERT_EQ(control->PutProperty(52, I2(-3)), S_OK);
     EXPECT_EQ(Calls("view.SetDetailBudget"), (std::vector<std::string>{"view.SetDetailBudget(16384)"}));
     auto next = Next();
@@ -250,8 +251,7 @@ TEST_F(PropertyTest, QualityBelowOneBecomesZeroInTheNextControlAndOneDrawsFullDe
     next->Destroy();
 }
 
-TEST_F(PropertyTest, ChangesReachTheirTargets) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, ChangesReachTheirTargets) {
     ShowGrid();
     struct Case {
         DISPID id;
@@ -328,8 +328,7 @@ TEST_F(PropertyTest, EveryPropertyRoundTripsThroughInvokeAndIsTheNextControlsDef
     EXPECT_EQ(DispatchTable::Vexplot().Find(35)->typelibName, "zLabel");
 }
 
-TEST_F(PropertyTest, TheCollectionsAreReadOnlyAndTheSameObjectEachTime) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, TheCollectionsAreReadOnlyAndTheSameObjectEachTime) {
     const Variant first = Get("Markers");
     ASSERT_TRUE(first.Dispatch());
     EXPECT_EQ(first.Dispatch().Get(), Get("Markers").Dispatch().Get());
@@ -362,8 +361,7 @@ TEST_F(PropertyTest, SettingTheEngineRecreatesItAndResendsThePlot) {
     EXPECT_EQ(Show(control->GetProperty(4)), "s:DirectX");
 }
 
-TEST_F(PropertyTest, AxisLabelsReachTheControlsOwnDataObject) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, AxisLabelsReachTheControlsOwnDataObject) {
     ASSERT_EQ(control->CopyArrayData(Variant(MakeGrid(3, 4, 2.0))), S_OK);
     ASSERT_EQ(control->PutProperty(33, Variant("Time")), S_OK);
     std::string label;
