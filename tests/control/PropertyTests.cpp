@@ -126,12 +126,10 @@ TEST_F(WorkingPropertyTest, AFreshStoreGivesTheDefaultsAndReceivesEveryValue) {
     }
 
     struct Value {
-        Value(const char* g, std::string n, int32_t d, const char* t = nullptr)
-            : group(g), name(std::move(n)), dword(d), text(t) {}
         const char* group;
         std::string name;
         int32_t dword;
-        const char* text;  // set: a text value
+        const char* text = nullptr;  // set: a text value
     };
     std::vector<Value> stored = {
         {"", "Background color", 0}, {"", "Child info window", 1}, {"", "Show ToolTips", 0},
