@@ -5,7 +5,7 @@
 // the headless site.
 #include <cmath>
 #include <filesystem>
-#include <map>
+#include <tuple>
 
 #include "ControlFixture.h"
 #include "annotations/AnnotationActions.h"

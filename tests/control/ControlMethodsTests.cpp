@@ -2,7 +2,6 @@
 #include <sstream>
 
 #include "ControlFixture.h"
-#include "com/ConnectionPoint.h"
 #include "support/Grid.h"
 
 namespace vexplot::test {

@@ -6,7 +6,6 @@
 
 #include "ControlFixture.h"
 #include "automation/DispatchTable.h"
-#include "com/ConnectionPoint.h"
 #include "support/Grid.h"
 
 namespace vexplot::test {
