@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "InfoCommand.h"
+#include "PaletteCommand.h"
 #include "RegisterCommand.h"
 #include "RenderCommand.h"
 #include "SettingsCommand.h"
@@ -20,12 +21,13 @@ constexpr Command kCommands[] = {
     {"info", vexplot::RunInfoCommand, "load data files and print what they hold"},
     {"settings", vexplot::RunSettingsCommand, "inspect and edit the per-user settings store"},
     {"register", vexplot::RunRegisterCommand, "register the OpenGL graph engine plug-in"},
-    {"render", vexplot::RunRenderCommand, "draw a data file through the control and save it as PNG or BMP"},
+    {"render", vexplot::RunRenderCommand, "draw a data file through the control and save it as an image"},
+    {"palette", vexplot::RunPaletteCommand, "write a standard palette or a palette file, resampled if asked"},
 };
 
-int Usage() {
-    std::fprintf(stderr, "usage: vexplot COMMAND [ARGS...]\n       vexplot --version\n\ncommands:\n");
-    for (const Command& c : kCommands) std::fprintf(stderr, "  %-10s %s\n", c.name, c.summary);
+int Usage(std::FILE* to = stderr) {
+    std::fprintf(to, "usage: vexplot COMMAND [ARGS...]\n       vexplot --version\n\ncommands:\n");
+    for (const Command& c : kCommands) std::fprintf(to, "  %-10s %s\n", c.name, c.summary);
     return 2;
 }
 
@@ -33,6 +35,10 @@ int Usage() {
 
 int main(int argc, char** argv) {
     if (argc < 2) return Usage();
+    if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) {
+        Usage(stdout);
+        return 0;
+    }
     if (std::strcmp(argv[1], "--version") == 0) {
         std::printf("vexplot %s\n", vexplot::Version());
         return 0;

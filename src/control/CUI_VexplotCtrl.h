@@ -500,6 +500,12 @@ public:
     bool BuildExportScene(int32_t width, int32_t height, ExportScene& scene, std::string* error);
     // The current view rendered at width x height (1 to kMaxExportSide).
     bool RenderView(int32_t width, int32_t height, std::vector<uint32_t>& pixels, std::string* error);
+    // Runs `draw` with the annotations placed for a picture of width x
+    // height. The flat view's are placed in its client pixels, so for a
+    // picture of another size they are placed again for that size, and for
+    // the window afterwards; the 3-D view's follow their data points at any
+    // size.
+    void AtPictureSize(int32_t width, int32_t height, const std::function<void()>& draw);
 
     // ---- interaction tools and scripted input (CUI_VexplotCtrlTools.cpp) ----
     // Input as if the user gave it, for hosts that test their programs and

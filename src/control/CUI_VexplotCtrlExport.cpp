@@ -32,6 +32,21 @@ std::string SizeError(int32_t width, int32_t height) {
            " pixels.";
 }
 
+// Renders width x height into `pixels` in tiles of at most `side` pixels a
+// side, each the pixels the whole would have there.
+HRESULT RenderTiles(IGraphSceneExport& source, int32_t width, int32_t height, int32_t side,
+                    std::vector<uint32_t>& pixels) {
+    for (int32_t top = 0; top < height; top += side) {
+        for (int32_t left = 0; left < width; left += side) {
+            const int32_t w = std::min(side, width - left), h = std::min(side, height - top);
+            const ImageBuffer part{pixels.data() + static_cast<size_t>(top) * size_t(width) + size_t(left), w, h,
+                                   width, 0};
+            if (const HRESULT hr = source.RenderTile(&part, width, height, left, top); FAILED(hr)) return hr;
+        }
+    }
+    return S_OK;
+}
+
 }  // namespace
 
 ComPtr<IGraphSceneExport> CUI_VexplotCtrl::SceneExport() {
@@ -51,7 +66,8 @@ bool CUI_VexplotCtrl::BuildExportScene(int32_t width, int32_t height, ExportScen
     scene.height = height;
     scene.background = settings_.backgroundColor & 0xFFFFFF;
     SceneCollector collector(scene);
-    const HRESULT hr = source->BuildScene(width, height, &collector);
+    HRESULT hr = E_FAIL;
+    AtPictureSize(width, height, [&] { hr = source->BuildScene(width, height, &collector); });
     if (FAILED(hr)) {
         if (error) *error = "The view could not be drawn (" + HResultText(hr) + ").";
         return false;
@@ -77,26 +93,28 @@ bool CUI_VexplotCtrl::RenderView(int32_t width, int32_t height, std::vector<uint
     // tiles: each is the same pixels the whole would have there, and the
     // device's framebuffer stays small.
     const int32_t side = std::min(limit, kTileSide);
-    std::vector<uint32_t> tile;
-    for (int32_t top = 0; top < height; top += side) {
-        for (int32_t left = 0; left < width; left += side) {
-            const int32_t w = std::min(side, width - left), h = std::min(side, height - top);
-            HRESULT hr = S_OK;
-            if (w == width && h == height) {
-                const ImageBuffer whole{pixels.data(), width, height, width, 0};
-                hr = source->RenderTile(&whole, width, height, 0, 0);
-            } else {
-                const ImageBuffer part{pixels.data() + static_cast<size_t>(top) * size_t(width) + size_t(left), w, h,
-                                       width, 0};
-                hr = source->RenderTile(&part, width, height, left, top);
-            }
-            if (FAILED(hr)) {
-                if (error) *error = "The view could not be rendered (" + HResultText(hr) + ").";
-                return false;
-            }
-        }
+    HRESULT hr = S_OK;
+    AtPictureSize(width, height, [&] { hr = RenderTiles(*source, width, height, side, pixels); });
+    if (FAILED(hr)) {
+        if (error) *error = "The view could not be rendered (" + HResultText(hr) + ").";
+        return false;
     }
     return true;
+}
+
+void CUI_VexplotCtrl::AtPictureSize(int32_t width, int32_t height, const std::function<void()>& draw) {
+    IGraphDevice2D* device = Is3DViewCurrent() ? nullptr : GetDevice2D();
+    const PixelRect plot = GetPlotRect();
+    const int32_t windowWidth = plot.right - plot.left, windowHeight = plot.bottom - plot.top;
+    if (!device || (width == windowWidth && height == windowHeight)) {
+        draw();
+        return;
+    }
+    device->Resize(width, height);
+    DrawAnnotations();
+    draw();
+    device->Resize(windowWidth, windowHeight);
+    DrawAnnotations();
 }
 
 std::string CUI_VexplotCtrl::ExportView(const std::string& path, int32_t width, int32_t height,

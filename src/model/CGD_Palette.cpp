@@ -146,10 +146,12 @@ int CGD_Palette::SaveFile(const std::string& path) {
 }
 
 int CGD_Palette::SaveStretchedFile(const std::string& path) {
+    // The checks are those of SaveFile: the colour list, not the strip, must
+    // have colours. Without a stretched strip (or with one no pixel wide)
+    // there are no rows, and the file is written empty.
     if (path.empty()) return Fail(kErrorNoFileName);
-    const std::vector<uint32_t> rows = StretchedRowColors();
-    if (rows.empty()) return Fail(kErrorEmptyList);
-    return WritePaletteFile(path, rows) ? 1 : kErrorCannotOpen;
+    if (colors_.empty()) return Fail(kErrorEmptyList);
+    return WritePaletteFile(path, StretchedRowColors()) ? 1 : kErrorCannotOpen;
 }
 
 bool CGD_Palette::Stretch(int left, int top, int right, int bottom) {

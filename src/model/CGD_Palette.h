@@ -123,9 +123,9 @@ public:
     int SaveFile(const std::string& path);
     // Writes the rows of the stretched strip from the top, so the colours
     // from highest to lowest as resampled by Stretch, as a palette file. The
-    // same checks and results as SaveFile, kErrorEmptyList standing also for
-    // a missing stretched strip or one without pixels; the file name is not
-    // remembered.
+    // same checks and results as SaveFile; without a stretched strip, or
+    // with one no pixel wide, the file is written empty. The file name is
+    // not remembered.
     int SaveStretchedFile(const std::string& path);
 
     // strips:

@@ -116,8 +116,14 @@ std::vector<uint32_t> ReadColors(Source& source) {
     std::array<uint8_t, 3> rgb{};
     std::vector<uint32_t> colors;
     while (colors.size() < PaletteFile::kMaxColors && !scanner.AtEnd()) {
-        if (scanner.Scan(rgb) == 0) break;
+        // The count of converted fields is not looked at, so a line that
+        // converts nothing appends the previous colour once more. Such a
+        // scan consumed nothing a next scan could get past, so the reading
+        // ends there instead of appending the same colour for ever.
+        const int converted = scanner.Scan(rgb);
+        if (converted == 0 && scanner.AtEnd()) break;  // only blanks were left
         colors.push_back(uint32_t{rgb[0]} | uint32_t{rgb[1]} << 8 | uint32_t{rgb[2]} << 16);
+        if (converted == 0) break;
     }
     return colors;
 }

@@ -1,7 +1,6 @@
 #include "model/PaletteMapping.h"
 
 #include <cmath>
-#include <stdexcept>
 
 namespace vexplot {
 
@@ -27,11 +26,6 @@ std::optional<uint32_t> PaletteMapping::ColorOf(double value) const {
     const std::optional<size_t> index = IndexOf(value);
     if (!index) return std::nullopt;
     return colors_[*index];
-}
-
-void PaletteMapping::Map(std::span<const double> values, std::span<uint32_t> colors) const {
-    if (values.size() != colors.size()) throw std::invalid_argument("PaletteMapping::Map: spans of different lengths");
-    for (size_t i = 0; i < values.size(); ++i) colors[i] = ColorOf(values[i]).value_or(kNoColor);
 }
 
 }  // namespace vexplot

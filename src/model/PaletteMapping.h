@@ -23,18 +23,11 @@ namespace vexplot {
 // arithmetic runs on halved values so that differences cannot overflow.
 class PaletteMapping {
 public:
-    // The top byte of a colour is 0, so no list holds this: the bulk form
-    // writes it where a value has no colour.
-    static constexpr uint32_t kNoColor = 0xFF000000u;
-
     // `colors` is borrowed (a palette's Colors()) and must outlive the mapping.
     PaletteMapping(double min, double max, std::span<const uint32_t> colors);
 
     std::optional<size_t> IndexOf(double value) const;
     std::optional<uint32_t> ColorOf(double value) const;
-    // colors[i] = ColorOf(values[i]), or kNoColor where that has none.
-    // The spans must have the same length (std::invalid_argument otherwise).
-    void Map(std::span<const double> values, std::span<uint32_t> colors) const;
 
 private:
     double halfMin_;

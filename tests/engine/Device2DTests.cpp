@@ -44,10 +44,6 @@ protected:
         values_.resize(12);
         for (int i = 0; i < 12; ++i) values_[size_t(i)] = i;
     }
-    void TearDown() override {
-        device_.Reset();
-        engine_.Reset();
-    }
     void SendGrid() {
         const GridExtent extent{0.0, 3.0, 0.0, 2.0, 0.0, 11.0};
         ASSERT_EQ(device_->SetGrid(values_.data(), 4, 3, &extent, true), S_OK);
@@ -74,49 +70,48 @@ protected:
     std::vector<double> values_;
 };
 
-TEST_F(Device2DTest, ImageShowsTheLowestAndHighestPaletteColoursAtTheirCorners) {
-    values_[9] = kNaN;  // node (3, 0)
-    SendGrid();
-    const Picture picture = Render();
-    int32_t px = 0, py = 0;
-    ASSERT_EQ(device_->DataToClient(0.0, 0.0, &px, &py), S_OK);
-    EXPECT_EQ(picture.At(px, py), kRed);
-    ASSERT_EQ(device_->DataToClient(3.0, 2.0, &px, &py), S_OK);
-    EXPECT_EQ(picture.At(px, py), kWhite);
-    ASSERT_EQ(device_->DataToClient(3.0, 0.0, &px, &py), S_OK);
-    EXPECT_EQ(picture.At(px, py), kBackground) << "a cell without a value shows the background";
-    EXPECT_EQ(picture.At(3, 3), kBackground);
-    EXPECT_EQ(picture.At(picture.width - 3, picture.height - 3), kBackground);
-}
-
 struct ViewCase {
     int32_t orientation;
     bool zoom;
     ShadingMode shading;
+    bool descending = false;  // both scales run from their highest value to their lowest
 };
 
 void PrintTo(const ViewCase& c, std::ostream* os) {
-    *os << "orientation " << c.orientation << (c.zoom ? ", zoomed" : "") << ", shading " << int(c.shading);
+    *os << "orientation " << c.orientation << (c.zoom ? ", zoomed" : "") << ", shading " << int(c.shading)
+        << (c.descending ? ", descending" : "");
 }
 
 class Device2DView : public Device2DTest, public ::testing::WithParamInterface<ViewCase> {};
 
 // The image and the mapping queries agree: at every node's pixel the
-// image shows that node's palette colour, however it is mirrored or zoomed.
+// image shows that node's palette colour, however it is mirrored, zoomed or
+// its scales run; a node without a value shows the background.
 TEST_P(Device2DView, NodesShowTheirColourWhereDataToClientPutsThem) {
     const ViewCase c = GetParam();
-    SendGrid();
+    values_[9] = kNaN;  // node (3, 0)
+    const GridExtent extent =
+        c.descending ? GridExtent{3.0, 0.0, 2.0, 0.0, 0.0, 11.0} : GridExtent{0.0, 3.0, 0.0, 2.0, 0.0, 11.0};
+    ASSERT_EQ(device_->SetGrid(values_.data(), 4, 3, &extent, true), S_OK);
+    DataRect range{};
+    device_->GetDataRange(&range);
+    EXPECT_EQ(range.xMin, 0.0) << "the data range is ascending";
+    EXPECT_EQ(range.xMax, 3.0);
     device_->SetImageOrientation(c.orientation);
     device_->SetShading(c.shading);
     const DataRect zoom{1.0, 3.0, 0.5, 2.0};
     device_->SetVisibleRange(c.zoom ? &zoom : nullptr);
     const Picture picture = Render();
+    EXPECT_EQ(picture.At(3, 3), kBackground);
+    EXPECT_EQ(picture.At(picture.width - 3, picture.height - 3), kBackground);
     int32_t checked = 0;
     for (int ix = 0; ix < 4; ++ix)
         for (int iy = 0; iy < 3; ++iy) {
             int32_t px = 0, py = 0;
-            if (device_->DataToClient(ix, iy, &px, &py) != S_OK) continue;
-            EXPECT_EQ(picture.At(px, py), PaletteColor(ix * 3 + iy)) << "node " << ix << "," << iy;
+            const double x = c.descending ? 3 - ix : ix, y = c.descending ? 2 - iy : iy;
+            if (device_->DataToClient(x, y, &px, &py) != S_OK) continue;
+            const uint32_t expected = ix == 3 && iy == 0 ? kBackground : PaletteColor(ix * 3 + iy);
+            EXPECT_EQ(picture.At(px, py), expected) << "node " << ix << "," << iy;
             ++checked;
         }
     EXPECT_GE(checked, c.zoom ? 4 : 12);
@@ -128,23 +123,9 @@ INSTANTIATE_TEST_SUITE_P(OrientationZoomShading, Device2DView,
                                            ViewCase{2, false, ShadingMode::Smooth},
                                            ViewCase{3, false, ShadingMode::Flat},
                                            ViewCase{0, true, ShadingMode::Flat},
-                                           ViewCase{3, true, ShadingMode::Smooth}));
-
-TEST_F(Device2DTest, DescendingScalesPutTheFirstNodeAtTheirFirstValue) {
-    const GridExtent extent{3.0, 0.0, 2.0, 0.0, 0.0, 11.0};  // both scales descending
-    ASSERT_EQ(device_->SetGrid(values_.data(), 4, 3, &extent, true), S_OK);
-    DataRect range{};
-    device_->GetDataRange(&range);
-    EXPECT_EQ(range.xMin, 0.0);
-    EXPECT_EQ(range.xMax, 3.0);
-    const Picture picture = Render();
-    for (int ix = 0; ix < 4; ++ix)
-        for (int iy = 0; iy < 3; ++iy) {
-            int32_t px = 0, py = 0;
-            ASSERT_EQ(device_->DataToClient(3.0 - ix, 2.0 - iy, &px, &py), S_OK);
-            EXPECT_EQ(picture.At(px, py), PaletteColor(ix * 3 + iy)) << "node " << ix << "," << iy;
-        }
-}
+                                           ViewCase{3, true, ShadingMode::Smooth},
+                                           ViewCase{0, false, ShadingMode::Flat, true},
+                                           ViewCase{2, false, ShadingMode::Smooth, true}));
 
 // A grid longer than any texture is sampled down, and still shows its ends.
 TEST_F(Device2DTest, GridBeyondTheTextureSizeStillShowsItsEnds) {
@@ -290,8 +271,7 @@ TEST_F(Device2DTest, SectionDrawsTheCurveInItsColourAndBreaksAtMissingValues) {
     };
     EXPECT_GT(meanRow(0, 150), meanRow(250, 400));
     // The gap around the missing value at x = 10.
-    PixelRect plot{};
-    device_->GetImageRect(&plot);
+    const PixelRect plot = ImageRect();
     const int32_t mid = plot.left + (plot.right - plot.left) / 2;
     // The colour bar is hidden in the section, so the plot is wider than the image.
     int32_t gapHits = 0;
@@ -319,18 +299,14 @@ TEST_F(Device2DTest, EveryChangeShowsInTheNextFrame) {
     EXPECT_EQ(Render().At(px, py), kBlue) << "a new palette";
     device_->SetImageOrientation(3);
     EXPECT_EQ(Render().At(px, py), kGreen) << "mirrored: the highest node lies there now";
-    device_->SetBackgroundColor(0x00010203);
-    EXPECT_EQ(Render().At(2, 2), 0x010203u) << "a new background";
-}
-
-TEST_F(Device2DTest, ResetDataLeavesOnlyBackgroundAndAxes) {
-    SendGrid();
-    Render();
+    const uint32_t background = 0x00010203;
+    device_->SetBackgroundColor(background);
+    EXPECT_EQ(Render().At(2, 2), background) << "a new background";
+    // Without data only the background and the axes are left.
     ASSERT_EQ(device_->ResetData(), S_OK);
-    const Picture picture = Render();
     const PixelRect r = ImageRect();
     const PixelRect inner{r.left + 2, r.top + 2, r.right - 2, r.bottom - 2};
-    EXPECT_EQ(picture.Count(inner, [](uint32_t c) { return c != kBackground; }), 0);
+    EXPECT_EQ(Render().Count(inner, [&](uint32_t c) { return c != background; }), 0);
 }
 
 TEST_F(Device2DTest, CallsCheckTheirArguments) {
@@ -364,7 +340,6 @@ TEST_F(Device2DTest, CallsCheckTheirArguments) {
 
 TEST_F(Device2DTest, RenderToImageKeepsTheWindowLayout) {
     SendGrid();
-    device_->Resize(400, 300);
     const PixelRect before = ImageRect();
     Picture big(800, 600);
     ImageBuffer buffer = big.Buffer();

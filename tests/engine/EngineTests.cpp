@@ -76,21 +76,17 @@ TEST(EngineTest, PluginEngineNamesItselfAndHandsOutWorkingSurfaces) {
     EXPECT_GT(window.Count([](uint32_t c) { return R(c) > 100 && G(c) < 40; }), 200);
 }
 
-TEST(EngineTest, PaletteReplacementRecoloursTheView) {
-    ComPtr<OpenGLEngine> engine = MakeComObject<OpenGLEngine>();
-    if (engine->Initialize() != S_OK) GTEST_SKIP() << "no OpenGL context on this machine";
+class EngineViewTest : public ViewFixture {
+protected:
+    const std::vector<double> ramp = MakeGrid(4, 4, [](int32_t ix, int32_t) { return ix; });
+};
+
+TEST_F(EngineViewTest, PaletteReplacementRecoloursTheView) {
     EXPECT_EQ(engine->SetPalette(0, nullptr), E_INVALIDARG);
-    ComPtr<IGraphView3D> view;
-    ASSERT_EQ(engine->GetView3D(view.ReleaseAndGetAddressOf()), S_OK);
-    const auto grid = MakeGrid(4, 4, [](int32_t ix, int32_t) { return ix; });
-    const GridExtent extent = ExtentOf(grid, 0, 1, 0, 1);
-    view->SetGrid(grid.data(), 4, 4, &extent, true);
-    view->SetAxesVisible(false);
+    SetGrid(ramp, 4, 4);
     view->SetGraphStyle(GraphStyle::Wireframe);  // unlit: exact palette colours
-    Picture picture(160, 120);
+    Picture picture = Render();
     ImageBuffer buffer = picture.Buffer();
-    ASSERT_EQ(view->Resize(160, 120), S_OK);
-    ASSERT_EQ(view->Update(kUpdateFull), S_OK);
     for (uint32_t color : {0x00FF00u, 0xFF00FFu}) {
         const uint32_t palette[] = {color};
         ASSERT_EQ(engine->SetPalette(1, palette), S_OK);
@@ -100,20 +96,15 @@ TEST(EngineTest, PaletteReplacementRecoloursTheView) {
     }
 }
 
-TEST(EngineTest, AViewOutlivingItsEngineRefusesWorkInsteadOfTouchingFreedState) {
-    ComPtr<OpenGLEngine> engine = MakeComObject<OpenGLEngine>();
-    if (engine->Initialize() != S_OK) GTEST_SKIP() << "no OpenGL context on this machine";
-    ComPtr<IGraphView3D> view;
-    ASSERT_EQ(engine->GetView3D(view.ReleaseAndGetAddressOf()), S_OK);
-    const auto grid = MakeGrid(4, 4, [](int32_t ix, int32_t) { return ix; });
-    const GridExtent extent = ExtentOf(grid, 0, 1, 0, 1);
-    ASSERT_EQ(view->SetGrid(grid.data(), 4, 4, &extent, true), S_OK);
+TEST_F(EngineViewTest, AViewOutlivingItsEngineRefusesWorkInsteadOfTouchingFreedState) {
+    SetGrid(ramp, 4, 4);
     engine.Reset();
     Picture picture(32, 32);
     ImageBuffer buffer = picture.Buffer();
     EXPECT_EQ(view->RenderToImage(&buffer), E_UNEXPECTED);
     EXPECT_NE(view->Refresh(kRefreshCheck), S_OK);
-    EXPECT_NE(view->SetGrid(grid.data(), 4, 4, &extent, true), S_OK);
+    const GridExtent extent = ExtentOf(ramp, 0, 1, 0, 1);
+    EXPECT_NE(view->SetGrid(ramp.data(), 4, 4, &extent, true), S_OK);
 }
 
 }  // namespace

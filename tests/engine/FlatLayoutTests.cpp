@@ -85,47 +85,46 @@ INSTANTIATE_TEST_SUITE_P(OrientationsAndZoom, FlatLayoutRoundTrip,
 
 struct CornerCase {
     int32_t orientation;
-    bool right;   // where the lowest x and y land
+    bool right;  // where the lowest x and y land
     bool bottom;
+    std::optional<DataRect> visible = std::nullopt;  // zoomed: its corners land on the image's
 };
 
-void PrintTo(const CornerCase& c, std::ostream* os) { *os << "orientation " << c.orientation; }
+void PrintTo(const CornerCase& c, std::ostream* os) {
+    *os << "orientation " << c.orientation << (c.visible ? ", zoomed" : "");
+}
 
 class FlatLayoutCorner : public ::testing::TestWithParam<CornerCase> {};
 
 TEST_P(FlatLayoutCorner, OrientationMirrorsWhereTheLowestCornerLands) {
     const CornerCase c = GetParam();
-    const FlatLayout layout = MakeLayout(c.orientation);
+    const FlatLayout layout = MakeLayout(c.orientation, c.visible);
+    const DataRect d = c.visible.value_or(layout.DataRange());
     const PixelRect r = layout.ImageRect();
     int32_t px = 0, py = 0;
-    EXPECT_TRUE(layout.DataToClient(-3.0, 100.0, px, py));
+    EXPECT_TRUE(layout.DataToClient(d.xMin, d.yMin, px, py));
     EXPECT_EQ(px, c.right ? r.right - 1 : r.left);
     EXPECT_EQ(py, c.bottom ? r.bottom - 1 : r.top);
-    EXPECT_TRUE(layout.DataToClient(7.0, 400.0, px, py));
+    EXPECT_TRUE(layout.DataToClient(d.xMax, d.yMax, px, py));
     EXPECT_EQ(px, c.right ? r.left : r.right - 1);
     EXPECT_EQ(py, c.bottom ? r.top : r.bottom - 1);
+    EXPECT_TRUE(layout.DataToClient((d.xMin + d.xMax) / 2, (d.yMin + d.yMax) / 2, px, py));
+    EXPECT_NEAR(px, (r.left + r.right) / 2, 1);
+    EXPECT_NEAR(py, (r.top + r.bottom) / 2, 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllOrientations, FlatLayoutCorner,
                          ::testing::Values(CornerCase{0, false, true}, CornerCase{1, true, true},
-                                           CornerCase{2, false, false}, CornerCase{3, true, false}));
+                                           CornerCase{2, false, false}, CornerCase{3, true, false},
+                                           CornerCase{0, false, true, DataRect{0.0, 2.0, 200.0, 300.0}},
+                                           CornerCase{3, true, false, DataRect{0.0, 2.0, 200.0, 300.0}}));
 
-TEST(FlatLayout, ZoomSpreadsTheVisibleRangeOverTheImage) {
+TEST(FlatLayout, ZoomKeepsTheDataRangeAndMapsPointsOutsideItOutsideTheImage) {
     const FlatLayout layout = MakeLayout(0, DataRect{0.0, 2.0, 200.0, 300.0});
-    const PixelRect r = layout.ImageRect();
     int32_t px = 0, py = 0;
-    EXPECT_TRUE(layout.DataToClient(1.0, 250.0, px, py));
-    EXPECT_NEAR(px, (r.left + r.right) / 2, 1);
-    EXPECT_NEAR(py, (r.top + r.bottom) / 2, 1);
-    EXPECT_EQ(layout.DataToClient(-1.0, 250.0, px, py), false) << "outside the zoomed range";
-    EXPECT_LT(px, r.left);
-    const DataRect v = layout.VisibleRange();
-    EXPECT_DOUBLE_EQ(v.xMin, 0.0);
+    EXPECT_FALSE(layout.DataToClient(-1.0, 250.0, px, py));
+    EXPECT_LT(px, layout.ImageRect().left);
     EXPECT_DOUBLE_EQ(layout.DataRange().xMax, 7.0) << "the data range stays the whole grid";
-    double x = 0, y = 0;
-    layout.ClientToData(r.left, r.bottom - 1, x, y);
-    EXPECT_NEAR(x, 0.0, 2.0 / (r.right - r.left));
-    EXPECT_NEAR(y, 200.0, 100.0 / (r.bottom - r.top));
 }
 
 TEST(FlatLayout, DegenerateRangeDoesNotDivideByZero) {

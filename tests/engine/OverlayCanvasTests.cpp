@@ -7,6 +7,7 @@
 
 #include "opengl/flat/FlatOverlay.h"
 #include "opengl/gl/OverlayCanvas.h"
+#include "opengl/text/PixelOverlayPen.h"
 #include "opengl/text/TextPainter.h"
 
 namespace vexplot {
@@ -86,8 +87,9 @@ TEST(FlatOverlay, ShapesScaleWithThePixelRatioAndBadShapesAreRefused) {
     EXPECT_EQ(overlay.AddSymbol(1, 1, PointStyle::Circle, 0.0f, kRed), E_INVALIDARG);
     TextPainter painter;
     Picture single(16, 16), twice(32, 32, 200);
-    overlay.Paint(single.buffer, painter);
-    overlay.Paint(twice.buffer, painter);
+    PixelOverlayPen singlePen(single.buffer, 1.0, painter), twicePen(twice.buffer, 2.0, painter);
+    overlay.Paint(singlePen, painter);
+    overlay.Paint(twicePen, painter);
     EXPECT_EQ(single.Count(kRed), 16);
     EXPECT_EQ(twice.Count(kRed), 64);
     EXPECT_EQ(twice.At(4, 4), kRed);

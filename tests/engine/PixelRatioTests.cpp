@@ -40,9 +40,9 @@ TEST(PixelScale, BufferRatioIsHundredthsWithZeroAsOneAndClamped) {
         EXPECT_DOUBLE_EQ(PixelRatio(ImageBuffer{nullptr, 1, 1, 1, hundredths}), factor) << hundredths;
 }
 
-TEST(Device2DRatio, RatioTwoScalesTextsAndMarginsWhileMappingStaysLogical) {
-    auto engine = MakeComObject<OpenGLEngine>();
-    if (engine->Initialize() != S_OK) GTEST_SKIP() << "no OpenGL context: " << engine->InitializeError();
+class Device2DRatio : public ViewFixture {};
+
+TEST_F(Device2DRatio, RatioTwoScalesTextsAndMarginsWhileMappingStaysLogical) {
     ComPtr<IGraphDevice2D> device;
     ASSERT_EQ(engine->GetDevice2D(device.ReleaseAndGetAddressOf()), S_OK);
     constexpr uint32_t kBackground = 0x302010;

@@ -48,11 +48,7 @@ struct Picture {
             }
         return false;
     }
-    int32_t Count(const std::function<bool(uint32_t)>& test) const {
-        int32_t n = 0;
-        for (uint32_t p : pixels) n += test(p) ? 1 : 0;
-        return n;
-    }
+    int32_t Count(const std::function<bool(uint32_t)>& test) const { return Count({0, 0, width, height}, test); }
     int32_t Count(const PixelRect& r, const std::function<bool(uint32_t)>& test) const {
         int32_t n = 0;
         for (int32_t y = r.top; y < r.bottom; ++y)

@@ -25,10 +25,3 @@ def control_without_engine(testcase):
     ctl = vexplot.Control()
     testcase.addCleanup(ctl.close)
     return ctl
-
-
-def requires_members(testcase, ctl, *names):
-    """Skips a test whose members the dispatch table does not have."""
-    missing = [n for n in names if n not in ctl.members()]
-    if missing:
-        testcase.skipTest("not in the dispatch table: " + ", ".join(missing))

@@ -56,10 +56,6 @@ class AnnotationTest(unittest.TestCase):
         self.assertEqual(len(labels), 0)
 
 
-if __name__ == "__main__":
-    unittest.main()
-
-
 class AnnotationPictureTest(unittest.TestCase):
     """Where the markers' colours land: a ridge across the grid hides the
     marker behind it in 3-D, never the one in front; the flat view shows

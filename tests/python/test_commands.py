@@ -14,8 +14,6 @@ from support import control_with_engine
 class FileCommandTest(unittest.TestCase):
     def setUp(self):
         self.ctl = control_with_engine(self, width=200, height=150)
-        if not hasattr(self.ctl, "command"):
-            self.skipTest("Control.command() comes with the scripted input")
         self.dir = tempfile.TemporaryDirectory()
         self.addCleanup(self.dir.cleanup)
 
@@ -38,6 +36,3 @@ class FileCommandTest(unittest.TestCase):
         self.ctl.command(vexplot.Command.ExternalResampling)  # whole range: the default answer is yes
         self.assertEqual(got, [(0.0, 4.0, 0.0, 3.0)])
 
-
-if __name__ == "__main__":
-    unittest.main()

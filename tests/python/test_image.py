@@ -74,6 +74,38 @@ class ImageTest(unittest.TestCase):
                 self.assertTrue(pdf[int(offset):].startswith(b"%d 0 obj" % number), number)
             self.assertIn(b"/BaseFont /Helvetica", pdf)
 
+    def test_drawings_carry_annotations_where_the_data_puts_them_at_any_size(self):
+        import xml.etree.ElementTree as ElementTree
+        ns = "{http://www.w3.org/2000/svg}"
+        self.ctl.Labels.Add("peak", 30.0, 20.0, 1.0)
+        for view_type in (2, 0):  # the flat view XY, then the 3-D view
+            self.ctl.SetCamViewType(view_type)
+            for width, height in [(320, 200), (960, 600)]:
+                with self.subTest(view=view_type, size=(width, height)), tempfile.TemporaryDirectory() as folder:
+                    path = os.path.join(folder, "view.svg")
+                    self.ctl.save_image(path, width, height)
+                    texts = {t.text: t for t in ElementTree.parse(path).getroot().iter(ns + "text")}
+                    label = next(t for text, t in texts.items() if text.startswith("peak"))
+                    if view_type != 2:
+                        continue
+                    # In the flat view the label starts beside X = 30, whose
+                    # tick text is centred on it: the one nearest the bottom.
+                    tick = max((t for t in ElementTree.parse(path).getroot().iter(ns + "text") if t.text == "30"),
+                               key=lambda t: float(t.get("y")))
+                    self.assertLess(abs(float(label.get("x")) - float(tick.get("x"))), 16)
+
+    def test_a_sections_curve_is_lines_of_the_drawing(self):
+        import xml.etree.ElementTree as ElementTree
+        polylines = []
+        self.ctl.Enable1DView(1, 2)  # along X
+        for plot_style in (0, 2):  # no curve, then the curve as lines
+            self.ctl.SetPlotStyle1DView(plot_style)
+            with tempfile.TemporaryDirectory() as folder:
+                path = os.path.join(folder, "section.svg")
+                self.ctl.save_image(path, 640, 400)
+                polylines.append(len(list(ElementTree.parse(path).getroot().iter("{http://www.w3.org/2000/svg}polyline"))))
+        self.assertGreaterEqual(polylines[1] - polylines[0], 40)  # 60 samples along X
+
     def test_save_image_renders_at_the_asked_size_and_refuses_bad_sizes(self):
         with tempfile.TemporaryDirectory() as folder:
             path = os.path.join(folder, "big.png")
@@ -114,6 +146,3 @@ class WindowTest(unittest.TestCase):
         with self.assertRaises(RuntimeError):
             ctl.show()
 
-
-if __name__ == "__main__":
-    unittest.main()

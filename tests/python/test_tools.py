@@ -128,6 +128,3 @@ class ToolsWithoutDataTest(unittest.TestCase):
                 ctl.key(key)
         self.assertEqual(ctl.info_lines(), before)
 
-
-if __name__ == "__main__":
-    unittest.main()

@@ -53,45 +53,40 @@ TEST_F(ToolsCtrlTest, CreatesItsWindowWithCaptionAndBindsItself) {
     EXPECT_EQ(button.Picture().Height(), 16u);
 }
 
-TEST_F(ToolsCtrlTest, OnlyEnabledStateOneIgnoresPresses) {
+// Only enabled state 1 ignores presses, a press outside is no press, and
+// every release of a press sends the command message, inside or not.
+TEST_F(ToolsCtrlTest, PressesAndReleases) {
     struct Case {
         int32_t state;
-        bool presses;
-    };
-    for (const Case c : {Case{1, false}, Case{0, true}, Case{2, true}, Case{3, true}}) {
-        SCOPED_TRACE(c.state);
-        messages.clear();
-        button.SetEnabledState(c.state);
-        button.OnButtonDown({5, 5});
-        EXPECT_EQ(button.Pressed(), c.presses);
-        button.OnButtonUp({5, 5});
-        EXPECT_FALSE(button.Pressed());
-        EXPECT_EQ(messages.size(), c.presses ? 1u : 0u);
-    }
-}
-
-TEST_F(ToolsCtrlTest, EveryReleaseOfAPressSendsTheCommandMessage) {
-    struct Case {
-        PixelPoint up;
-        bool inside;
+        PixelPoint down, up;
+        bool presses, inside;
     };
     // The button's client area is [0, 20) x [0, 16).
-    for (const Case c : {Case{{0, 0}, true}, Case{{19, 15}, true}, Case{{20, 5}, false}, Case{{5, 16}, false},
-                         Case{{-1, 5}, false}, Case{{100, 100}, false}}) {
-        SCOPED_TRACE(testing::Message() << c.up.x << "," << c.up.y);
+    const Case cases[] = {
+        {1, {5, 5}, {5, 5}, false, false},
+        {0, {5, 5}, {5, 5}, true, true},
+        {3, {5, 5}, {0, 0}, true, true},
+        {2, {5, 5}, {19, 15}, true, true},
+        {2, {5, 5}, {20, 5}, true, false},
+        {2, {5, 5}, {5, 16}, true, false},
+        {2, {5, 5}, {-1, 5}, true, false},
+        {2, {5, 5}, {100, 100}, true, false},
+        {2, {20, 5}, {5, 5}, false, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "state " << c.state << " down " << c.down.x << "," << c.down.y << " up "
+                                        << c.up.x << "," << c.up.y);
         messages.clear();
-        Click({5, 5}, c.up);
-        ASSERT_EQ(messages.size(), 1u);
+        button.SetEnabledState(c.state);
+        button.OnButtonDown(c.down);
+        EXPECT_EQ(button.Pressed(), c.presses);
+        button.OnButtonUp(c.up);
+        EXPECT_FALSE(button.Pressed());
+        ASSERT_EQ(messages.size(), c.presses ? 1u : 0u);
+        if (!c.presses) continue;
         EXPECT_EQ(messages[0], (std::array<int32_t, 3>{0x400 + 103, kCommand, 0}));
         EXPECT_EQ(button.ReleasedInside(), c.inside);
     }
-}
-
-TEST_F(ToolsCtrlTest, PressOutsideOrReleaseWithoutPressDoesNothing) {
-    button.OnButtonDown({20, 5});
-    EXPECT_FALSE(button.Pressed());
-    button.OnButtonUp({5, 5});
-    EXPECT_TRUE(messages.empty());
 }
 
 TEST_F(ToolsCtrlTest, OwnPopupOpensOnlyInPopupStateTwoAndIsBuiltWhenItOpens) {

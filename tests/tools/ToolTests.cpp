@@ -2,7 +2,6 @@
 // the keypad zoom's arithmetic.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <memory>
 #include <sstream>
 #include <string>

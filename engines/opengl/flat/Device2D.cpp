@@ -9,6 +9,7 @@
 
 #include "opengl/gl/EngineContext.h"
 #include "opengl/flat/FlatRenderer.h"
+#include "opengl/text/PixelOverlayPen.h"
 #include "opengl/text/TextBoxPainter.h"
 
 namespace vexplot {
@@ -389,6 +390,12 @@ FlatAxis Device2D::WithTicks(const FlatAxis& axis, double lo, double hi) const {
     return result;
 }
 
+void Device2D::PaintOverlay(const ImageBuffer& target) {
+    if (overlay_.Empty()) return;
+    PixelOverlayPen pen(target, PixelRatio(target), engine_->Text());
+    overlay_.Paint(pen, engine_->Text());
+}
+
 HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
     if (!renderer_ || !engine_) return E_UNEXPECTED;
     if (!engine_->MakeCurrent()) return E_FAIL;
@@ -396,7 +403,7 @@ HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
                        int32_t(std::lround(frame.PixelRatio() * 100))};
     if (key == cachedKey_ && cachedFrame_.size() == size_t(target.width) * size_t(target.height)) {
         CopyRows(target.pixels, target.stride, cachedFrame_.data(), target.width, target.width, target.height);
-        overlay_.Paint(target, engine_->Text());
+        PaintOverlay(target);
         return S_OK;
     }
     try {
@@ -410,7 +417,7 @@ HRESULT Device2D::Render(const ImageBuffer& target, const FlatLayout& frame) {
         cachedFrame_.resize(size_t(target.width) * size_t(target.height));
         CopyRows(cachedFrame_.data(), target.width, target.pixels, target.stride, target.width, target.height);
         cachedKey_ = key;
-        overlay_.Paint(target, engine_->Text());
+        PaintOverlay(target);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {
@@ -482,7 +489,34 @@ SectionCurve Device2D::Section() const {
     return SectionCurve::FromLine(grid_->ReadLine(alongY, cut), extent_, section_.mode, cut);
 }
 
-void Device2D::RenderSection(const FlatLayout& frame, FlatScene& scene) {
+namespace {
+
+// The part of `line` inside `rect` (Liang-Barsky); false when none is. A
+// point (a dot) is kept when it lies inside.
+bool ClipLine(FlatLine& line, const PixelRect& rect) {
+    const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
+    double t0 = 0, t1 = 1;
+    const double p[4] = {-dx, dx, -dy, dy};
+    const double q[4] = {line.x0 - rect.left, rect.right - line.x0, line.y0 - rect.top, rect.bottom - line.y0};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0) {
+            if (q[i] < 0) return false;
+            continue;
+        }
+        const double t = q[i] / p[i];
+        if (p[i] < 0) t0 = std::max(t0, t);
+        else t1 = std::min(t1, t);
+    }
+    if (t0 > t1) return false;
+    const FlatLine whole = line;
+    line.x0 = float(whole.x0 + t0 * dx), line.y0 = float(whole.y0 + t0 * dy);
+    line.x1 = float(whole.x0 + t1 * dx), line.y1 = float(whole.y0 + t1 * dy);
+    return true;
+}
+
+}  // namespace
+
+void Device2D::RenderSection(const FlatLayout& frame, FlatScene& scene, bool drawLines) {
     FlatLayout plotLayout = frame;
     plotLayout.SetColorBarVisible(false);
     const PixelRect plot = plotLayout.ImageRect();
@@ -514,7 +548,7 @@ void Device2D::RenderSection(const FlatLayout& frame, FlatScene& scene) {
     const PixelScale scale(frame.PixelRatio());
     scene.texts.push_back({caption, plot.right - scale.Pixels(4), plot.top + scale.Pixels(4),
                            TextPainter::Anchor::TopRight, scale.Font(z.numberFont), z.style.numberColor});
-    renderer_->DrawLines(scene.lines);
+    if (drawLines) renderer_->DrawLines(scene.lines);
 
     std::vector<FlatLine> strokes;
     const float curveWidth = scale(kCurveWidth), symbolRadius = scale(kSymbolRadius), dot = scale(kDotSize);
@@ -536,7 +570,12 @@ void Device2D::RenderSection(const FlatLayout& frame, FlatScene& scene) {
             AppendSymbol(strokes, style, px, py, symbolRadius, color, scale(kSymbolStrokeWidth));
         lastX = px, lastY = py, hasLast = true;
     }
-    renderer_->DrawLines(strokes, &plot);
+    if (drawLines) {
+        renderer_->DrawLines(strokes, &plot);
+        return;
+    }
+    for (FlatLine& stroke : strokes)
+        if (ClipLine(stroke, plot)) scene.lines.push_back(stroke);
 }
 
 }  // namespace vexplot

@@ -98,10 +98,15 @@ private:
     // target's size, scaled by its pixel ratio.
     FlatLayout FrameFor(const ImageBuffer& target) const;
     HRESULT Render(const ImageBuffer& target, const FlatLayout& frame);
+    // Paints the annotation overlay over a frame rendered at `target`.
+    void PaintOverlay(const ImageBuffer& target);
     // Draws the palette image and colour bar, and the axes' lines unless
     // `drawLines` is false (a drawing takes them as lines of its own).
     void RenderFlat(const FlatLayout& frame, FlatScene& scene, bool drawLines = true);
-    void RenderSection(const FlatLayout& frame, FlatScene& scene);
+    // Draws the section's axes and curve; with `drawLines` false both are
+    // left in `scene.lines` instead (the curve clipped to the plot), for a
+    // drawing to take as lines of its own.
+    void RenderSection(const FlatLayout& frame, FlatScene& scene, bool drawLines = true);
     void DrawImage(const FlatLayout& frame);
     FlatAxis* AxisFor(AxisId axis);
     // The axis with round ticks over [lo, hi] filled in when it was given none.

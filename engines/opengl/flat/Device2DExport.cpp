@@ -1,6 +1,6 @@
 // The flat view as a drawing: the palette image and the colour bar stay
-// pixels (they are images), the axes and grid lines become lines and the
-// texts text on top of them.
+// pixels (they are images); the axes, grid lines and a section's curve
+// become lines, the texts text on top of them, the annotations last.
 #include <algorithm>
 #include <cstring>
 
@@ -8,6 +8,7 @@
 #include "opengl/flat/FlatRenderer.h"
 #include "opengl/gl/EngineContext.h"
 #include "opengl/gl/TileWindow.h"
+#include "opengl/text/SceneOverlayPen.h"
 
 namespace vexplot {
 
@@ -32,21 +33,21 @@ HRESULT Device2D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
         const FlatLayout frame = FrameFor(image);
         renderer_->Begin(width, height, background_);
         FlatScene scene(engine_->Text(), PixelScale(frame.PixelRatio()));
-        // The section's curve and symbols stay in the pixels with its axes;
-        // the flat view's axes and grid lines become lines of the drawing.
-        const bool section = HasGrid() && section_.mode != 0;
-        if (section) RenderSection(frame, scene);
+        // The axes, grid lines and a section's curve and symbols become
+        // lines of the drawing.
+        if (HasGrid() && section_.mode != 0) RenderSection(frame, scene, false);
         else RenderFlat(frame, scene, false);
         renderer_->Finish(image);
         sink->AddImage(0, 0, float(width), float(height), &image);
-        if (!section)
-            for (const FlatLine& line : scene.lines) {
-                const ScenePoint ends[2] = {{line.x0, line.y0}, {line.x1, line.y1}};
-                sink->AddPolyline(2, ends, line.color, line.width);
-            }
+        for (const FlatLine& line : scene.lines) {
+            const ScenePoint ends[2] = {{line.x0, line.y0}, {line.x1, line.y1}};
+            sink->AddPolyline(2, ends, line.color, line.width);
+        }
         for (const FlatText& t : scene.texts)
             sink->AddText(t.text.c_str(), float(t.x), float(t.y), static_cast<SceneAnchor>(t.anchor), &t.font,
                           t.color);
+        SceneOverlayPen pen(*sink, width, height, frame.PixelRatio());
+        overlay_.Paint(pen, engine_->Text());
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {

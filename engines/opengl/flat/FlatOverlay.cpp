@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstring>
 
-#include "opengl/gl/OverlayCanvas.h"
 #include "opengl/gl/PixelScale.h"
 #include "opengl/text/TextBoxPainter.h"
 
@@ -60,26 +59,24 @@ HRESULT FlatOverlay::AddTextBox(double x, double y, const char* text, const Font
     return S_OK;
 }
 
-void FlatOverlay::Paint(const ImageBuffer& target, TextPainter& painter) const {
-    if (Empty()) return;
-    const PixelScale scale(target);
-    const double r = scale.Ratio();
-    OverlayCanvas canvas(target, r);
+void FlatOverlay::Paint(OverlayPen& pen, TextPainter& painter) const {
+    const double r = pen.Ratio();
     for (const OverlayBox& b : boxes_)
-        canvas.Box(b.rect.left * r, b.rect.top * r, b.rect.right * r, b.rect.bottom * r, b.color & 0x00FFFFFFu,
-                   b.stroke, static_cast<OverlayFill>(b.fill), b.spacing, b.lineWidth);
+        pen.Box(b.rect.left * r, b.rect.top * r, b.rect.right * r, b.rect.bottom * r, b.color & 0x00FFFFFFu, b.stroke,
+                static_cast<OverlayFill>(b.fill), b.spacing, b.lineWidth);
     for (const Lines& l : lines_) {
         const size_t n = l.xy.size() / 2;
         const size_t segments = l.closed ? n : n - 1;
         for (size_t i = 0; i < segments; ++i) {
             const size_t j = (i + 1) % n;
-            canvas.Line(l.xy[2 * i] * r, l.xy[2 * i + 1] * r, 0, l.xy[2 * j] * r, l.xy[2 * j + 1] * r, 0, l.color,
-                        l.width, l.stroke);
+            pen.Line(l.xy[2 * i] * r, l.xy[2 * i + 1] * r, 0, l.xy[2 * j] * r, l.xy[2 * j + 1] * r, 0, l.color,
+                     l.width, l.stroke);
         }
     }
-    for (const Symbol& s : symbols_) canvas.Symbol(s.x * r, s.y * r, 0, s.symbol, s.size, s.color);
+    for (const Symbol& s : symbols_) pen.Symbol(s.x * r, s.y * r, s.symbol, s.size, s.color);
+    const PixelScale scale(r);
     for (const Text& t : texts_)
-        TextBoxPainter::Draw(canvas, painter, target, t.x * r, t.y * r, t.text, scale.Font(t.font), t.style,
+        TextBoxPainter::Draw(pen, painter, t.x * r, t.y * r, t.text, scale.Font(t.font), t.style,
                              scale.Pixels(t.style.padding));
 }
 

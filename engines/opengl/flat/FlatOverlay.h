@@ -7,6 +7,7 @@
 
 namespace vexplot {
 
+class OverlayPen;
 class TextPainter;
 
 // The flat view's annotation overlay: shapes in logical client pixels that
@@ -22,9 +23,9 @@ public:
     HRESULT AddBox(const OverlayBox* box);
     HRESULT AddSymbol(double x, double y, PointStyle symbol, float size, uint32_t color);
     HRESULT AddTextBox(double x, double y, const char* text, const FontDescription* font, const OverlayTextBox* style);
-    // Paints everything over `target` at its pixel ratio: boxes first, then
-    // lines, symbols and text boxes, each in the order added.
-    void Paint(const ImageBuffer& target, TextPainter& painter) const;
+    // Draws everything with `pen`, scaled by its pixel ratio: boxes first,
+    // then lines, symbols and text boxes, each in the order added.
+    void Paint(OverlayPen& pen, TextPainter& painter) const;
 
 private:
     struct Lines {

@@ -1,5 +1,7 @@
 #include "opengl/gl/OverlayCanvas.h"
 
+#include "opengl/gl/OverlayPen.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -11,14 +13,9 @@ namespace {
 // marks sit on the surface they annotate.
 constexpr double kDepthTolerance = 2e-3;
 
-// Dash patterns in multiples of the line width: on, then off.
 bool StrokeOn(OverlayStroke stroke, double along, double width) {
-    const double unit = std::max(width, 1.0);
-    switch (stroke) {
-    case OverlayStroke::Dotted: return std::fmod(along, 3.0 * unit) < 1.5 * unit;
-    case OverlayStroke::Dashed: return std::fmod(along, 9.0 * unit) < 6.0 * unit;
-    default: return true;
-    }
+    const DashPattern dash = DashFor(stroke, width);
+    return std::fmod(along, dash.period) < dash.on;
 }
 
 }  // namespace
@@ -144,10 +141,7 @@ void OverlayCanvas::Box(double left, double top, double right, double bottom, ui
 
 void OverlayCanvas::Symbol(double x, double y, double z, PointStyle symbol, float size, uint32_t color) {
     const double h = size * ratio_ / 2.0;
-    const float w = 1.5f;
-    auto line = [&](double ax, double ay, double bx, double by) {
-        Line(x + ax * h, y + ay * h, z, x + bx * h, y + by * h, z, color, w, OverlayStroke::Solid);
-    };
+    const float w = kOverlaySymbolWidth;
     switch (symbol) {
     case PointStyle::Circle: {
         // A ring: coverage by the distance from the circle, pixel by pixel.
@@ -164,16 +158,10 @@ void OverlayCanvas::Symbol(double x, double y, double z, PointStyle symbol, floa
             }
         break;
     }
-    case PointStyle::Square:
-        line(-1, -1, 1, -1), line(1, -1, 1, 1), line(1, 1, -1, 1), line(-1, 1, -1, -1);
+    default:
+        for (const SymbolSegment& g : SymbolSegments(symbol))
+            Line(x + g.ax * h, y + g.ay * h, z, x + g.bx * h, y + g.by * h, z, color, w, OverlayStroke::Solid);
         break;
-    case PointStyle::X: line(-1, -1, 1, 1), line(-1, 1, 1, -1); break;
-    case PointStyle::Cross: line(-1, 0, 1, 0), line(0, -1, 0, 1); break;
-    case PointStyle::Triangle: line(0, -1, 1, 0.8), line(1, 0.8, -1, 0.8), line(-1, 0.8, 0, -1); break;
-    case PointStyle::Star:
-        line(-1, 0, 1, 0), line(0, -1, 0, 1), line(-0.7, -0.7, 0.7, 0.7), line(-0.7, 0.7, 0.7, -0.7);
-        break;
-    default: break;
     }
 }
 

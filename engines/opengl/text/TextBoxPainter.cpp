@@ -40,24 +40,20 @@ TextPainter::Extent TextBoxPainter::Measure(TextPainter& painter, std::string_vi
     return total;
 }
 
-void TextBoxPainter::Draw(OverlayCanvas& canvas, TextPainter& painter, const ImageBuffer& target, double x, double y,
-                          std::string_view text, const FontDescription& font, const OverlayTextBox& style,
-                          int32_t padding) {
+void TextBoxPainter::Draw(OverlayPen& pen, TextPainter& painter, double x, double y, std::string_view text,
+                          const FontDescription& font, const OverlayTextBox& style, int32_t padding) {
     const TextPainter::Extent extent = Measure(painter, text, font);
     const double right = x + extent.width + 2 * padding, bottom = y + extent.height + 2 * padding;
-    const bool fill = style.boxColor != kOverlayNoColor, border = style.borderColor != kOverlayNoColor;
-    if (fill)
-        canvas.Box(x, y, right, bottom, style.boxColor, -1, OverlayFill::Solid, 1, 1.0f);
-    if (border)
-        canvas.Box(x, y, right, bottom, style.borderColor, static_cast<int32_t>(OverlayStroke::Solid),
-                   OverlayFill::None, 1, 1.0f);
+    if (style.boxColor != kOverlayNoColor)
+        pen.Box(x, y, right, bottom, style.boxColor, -1, OverlayFill::Solid, 1, 1.0f);
+    if (style.borderColor != kOverlayNoColor)
+        pen.Box(x, y, right, bottom, style.borderColor, static_cast<int32_t>(OverlayStroke::Solid), OverlayFill::None,
+                1, 1.0f);
     double lineTop = y + padding;
     ForEachLine(text, [&](std::string_view line) {
         const TextPainter::Extent e = painter.Measure(line.empty() ? std::string_view(" ") : line, font);
         if (!line.empty())
-            painter.Draw(target, line, static_cast<int32_t>(std::lround(x + padding)),
-                         static_cast<int32_t>(std::lround(lineTop)), TextPainter::Anchor::TopLeft, font,
-                         style.textColor & 0x00FFFFFFu);
+            pen.Text(std::round(x + padding), std::round(lineTop), line, font, style.textColor & 0x00FFFFFFu);
         lineTop += e.height;
     });
 }

@@ -3,14 +3,14 @@
 #include <string_view>
 
 #include "engine/IGraphEngine.h"
-#include "opengl/gl/OverlayCanvas.h"
+#include "opengl/gl/OverlayPen.h"
 #include "opengl/text/TextPainter.h"
 
 namespace vexplot {
 
 // Texts of several lines in a box, as the annotation overlay draws labels
-// and captions: measured and drawn through the engine's TextPainter, the
-// box through an OverlayCanvas.
+// and captions: measured through the engine's TextPainter and drawn with
+// an OverlayPen, into pixels or into a drawing.
 class TextBoxPainter {
 public:
     // The text's size in the font's pixels: the widest line, and the lines'
@@ -19,9 +19,9 @@ public:
     // Draws the box with its top-left corner at (x, y) of the target and the
     // text `padding` inside it; `font` and `padding` are already in the
     // target's pixels.
-    static void Draw(OverlayCanvas& canvas, TextPainter& painter, const ImageBuffer& target, double x, double y,
-                     std::string_view text, const FontDescription& font, const OverlayTextBox& style,
-                     int32_t padding);
+    // `painter` measures the text; `pen` draws it.
+    static void Draw(OverlayPen& pen, TextPainter& painter, double x, double y, std::string_view text,
+                     const FontDescription& font, const OverlayTextBox& style, int32_t padding);
     // The engine's default overlay font: 13 pixels of the sans-serif face.
     static FontDescription DefaultFont();
 };

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "opengl/gl/OverlayCanvas.h"
 #include "opengl/gl/PixelScale.h"
 #include "opengl/text/TextBoxPainter.h"
 
@@ -47,32 +46,27 @@ HRESULT Overlay3D::AddTextBox(const Point3* at, int32_t dx, int32_t dy, const ch
     return S_OK;
 }
 
-void Overlay3D::Paint(const ImageBuffer& target, const Project& project, const std::vector<float>* depth,
-                      TextPainter& painter) const {
-    if (Empty()) return;
-    const PixelScale scale(target);
-    OverlayCanvas canvas(target, scale.Ratio(), depth);
+void Overlay3D::Paint(OverlayPen& pen, const Project& project, TextPainter& painter) const {
     for (const Stroke& s : strokes_) {
         const size_t n = s.points.size();
         const size_t segments = s.closed ? n : n - 1;
         for (size_t i = 0; i < segments; ++i) {
             double ax = 0, ay = 0, az = 0, bx = 0, by = 0, bz = 0;
             if (!project(s.points[i], ax, ay, az) || !project(s.points[(i + 1) % n], bx, by, bz)) continue;
-            canvas.Line(ax, ay, az, bx, by, bz, s.color, s.width, s.stroke);
+            pen.Line(ax, ay, az, bx, by, bz, s.color, s.width, s.stroke);
         }
     }
+    // Symbols and texts are drawn whole once their anchor is seen: a
+    // symbol cut by the surface would read as a different symbol.
     for (const Symbol& s : symbols_) {
         double x = 0, y = 0, z = 0;
-        if (!project(s.at, x, y, z) || !canvas.Visible(x, y, z)) continue;
-        // Drawn whole once its centre is seen: a symbol cut by the surface
-        // would read as a different symbol.
-        OverlayCanvas(target, scale.Ratio()).Symbol(x, y, z, s.symbol, s.size, s.color);
+        if (project(s.at, x, y, z) && pen.Visible(x, y, z)) pen.Symbol(x, y, s.symbol, s.size, s.color);
     }
+    const PixelScale scale(pen.Ratio());
     for (const Text& t : texts_) {
         double x = 0, y = 0, z = 0;
-        if (!project(t.at, x, y, z) || !canvas.Visible(x, y, z)) continue;
-        OverlayCanvas flat(target, scale.Ratio());
-        TextBoxPainter::Draw(flat, painter, target, x + scale.Pixels(t.dx), y + scale.Pixels(t.dy), t.text,
+        if (!project(t.at, x, y, z) || !pen.Visible(x, y, z)) continue;
+        TextBoxPainter::Draw(pen, painter, x + scale.Pixels(t.dx), y + scale.Pixels(t.dy), t.text,
                              scale.Font(t.font), t.style, scale.Pixels(t.style.padding));
     }
 }

@@ -8,6 +8,7 @@
 
 namespace vexplot {
 
+class OverlayPen;
 class TextPainter;
 
 // The 3-D view's annotation overlay of data points: stroked polylines,
@@ -29,10 +30,9 @@ public:
     HRESULT AddSymbol(const Point3* at, PointStyle symbol, float size, uint32_t color);
     HRESULT AddTextBox(const Point3* at, int32_t dx, int32_t dy, const char* text, const FontDescription* font,
                        const OverlayTextBox* style);
-    // Paints strokes, then symbols, then text boxes; `depth` null draws
-    // everything.
-    void Paint(const ImageBuffer& target, const Project& project, const std::vector<float>* depth,
-               TextPainter& painter) const;
+    // Draws strokes, then symbols, then text boxes with `pen`, which leaves
+    // out what the scene hides.
+    void Paint(OverlayPen& pen, const Project& project, TextPainter& painter) const;
 
 private:
     struct Stroke {

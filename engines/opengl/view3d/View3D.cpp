@@ -6,11 +6,13 @@
 #include <limits>
 #include <new>
 #include <stdexcept>
+#include <tuple>
 
 #include "opengl/gl/EngineContext.h"
 #include "opengl/gl/LineRenderer.h"
 #include "opengl/gl/RenderTarget.h"
 #include "opengl/view3d/SurfaceRenderer.h"
+#include "opengl/text/PixelOverlayPen.h"
 #include "opengl/text/TextBoxPainter.h"
 #include "opengl/text/TextPainter.h"
 
@@ -183,16 +185,10 @@ HRESULT View3D::RenderToImage(const ImageBuffer* image) {
     return hr;
 }
 
-void View3D::PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth, const Tile* tile) {
-    if (overlay3D_.Empty() || !Ready()) return;
+Overlay3D::Project View3D::OverlayProjection(int32_t fullWidth, int32_t fullHeight, double left, double top) const {
     const SceneBox box = Box();
-    // A tile's annotations are placed in the whole picture and shifted to
-    // the tile's window, as its texts are.
-    const int32_t fullWidth = tile ? tile->fullWidth : target.width;
-    const int32_t fullHeight = tile ? tile->fullHeight : target.height;
-    const double left = tile ? tile->left : 0, top = tile ? tile->top : 0;
     const Projector projector = MakeProjector(fullWidth, fullHeight);
-    const Overlay3D::Project project = [&](const Point3& p, double& x, double& y, double& z) {
+    return [box, projector, fullWidth, fullHeight, left, top](const Point3& p, double& x, double& y, double& z) {
         const Vec3 s = box.ToScene(p.x, p.y, p.z);
         const Vec4 clip = projector.viewProjection * Vec4{s.x, s.y, s.z, 1.0};
         if (!(clip.w > 1e-9)) return false;
@@ -201,7 +197,18 @@ void View3D::PaintOverlay(const ImageBuffer& target, const std::vector<float>& d
         z = clip.z / clip.w * 0.5 + 0.5;
         return true;
     };
-    overlay3D_.Paint(target, project, overlayDepthTest_ && !depth.empty() ? &depth : nullptr, engine_.Text());
+}
+
+void View3D::PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth, const Tile* tile) {
+    if (overlay3D_.Empty() || !Ready()) return;
+    // A tile's annotations are placed in the whole picture and shifted to
+    // the tile's window, as its texts are.
+    const Overlay3D::Project project =
+        tile ? OverlayProjection(tile->fullWidth, tile->fullHeight, tile->left, tile->top)
+             : OverlayProjection(target.width, target.height, 0, 0);
+    PixelOverlayPen pen(target, PixelScale(target).Ratio(), engine_.Text(),
+                        overlayDepthTest_ && !depth.empty() ? &depth : nullptr);
+    overlay3D_.Paint(pen, project, engine_.Text());
 }
 
 HRESULT View3D::Render(const ImageBuffer& target, int32_t detail, const Tile* tile, std::vector<float>* depth) {
@@ -542,6 +549,14 @@ float View3D::PickDepth(int32_t px, int32_t py, const Projector& projector, cons
     // renderer, picking draws there rather than into a second framebuffer
     // of the window's size.
     RenderTarget& pickTarget = engine_.SoftwareRenderer() ? *target_ : *pickTarget_;
+    // The levels first: making one draws into a framebuffer of its own,
+    // which would undo the pick's binding, viewport and scissor.
+    std::vector<std::tuple<Layer*, HeightField::Level, std::optional<SurfaceRenderer::NodeWindow>>> draws;
+    for (auto& [id, layer] : layers_) {
+        if (!layer || !layer->Drawable()) continue;
+        auto [level, window] = levelOf(*layer);
+        draws.emplace_back(layer.get(), level, window);
+    }
     try {
         pickTarget.Ensure(width_, height_, 1);
         pickTarget.Bind();
@@ -554,11 +569,8 @@ float View3D::PickDepth(int32_t px, int32_t py, const Projector& projector, cons
         const SurfaceRenderer::Frame frame{projector.viewProjection, {0, 0, 1}, camera_.Position(), &engine_.Palette(),
                                            static_cast<int32_t>(engine_.PaletteColors().size()), 1.0f, 1.0f, 0};
         for (int i = 0; i < 4; ++i) glEnable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
-        for (auto& [id, layer] : layers_) {
-            if (!layer || !layer->Drawable()) continue;
-            const auto [level, window] = levelOf(*layer);
+        for (const auto& [layer, level, window] : draws)
             surfaces_->DrawFilled(*layer, level, box, frame, window ? &*window : nullptr);
-        }
         for (int i = 0; i < 4; ++i) glDisable(GL_CLIP_DISTANCE0 + static_cast<GLenum>(i));
         glReadPixels(px, height_ - 1 - py, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
         glDisable(GL_SCISSOR_TEST);

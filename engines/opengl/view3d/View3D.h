@@ -175,6 +175,12 @@ private:
     // Paints the annotation overlay over a frame rendered at `target`'s size.
     // `tile` (may be null): the target is that window of a larger picture.
     void PaintOverlay(const ImageBuffer& target, const std::vector<float>& depth, const Tile* tile = nullptr);
+    // Data points to the pixels (and window depth) of the window (left, top)
+    // of a picture of fullWidth x fullHeight.
+    Overlay3D::Project OverlayProjection(int32_t fullWidth, int32_t fullHeight, double left, double top) const;
+    // The annotation overlay as items of a drawing of width x height
+    // (View3DExport.cpp), without what the surface hides.
+    void ExportOverlay(int32_t width, int32_t height, ISceneSink& sink);
     HRESULT OverlayAdded(HRESULT hr);
     // Renders the pending detail into the cache at the given size and
     // pixel ratio (hundredths).

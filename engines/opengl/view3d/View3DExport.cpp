@@ -1,14 +1,17 @@
 // The 3-D view as a drawing: the layers' cells projected to the picture's
 // pixels and sorted back to front (a painter's drawing then hides what the
 // depth buffer hides on screen), the axes' segments sorted with them, the
-// texts last; and renders of a picture in tiles.
+// texts and the annotations last; and renders of a picture in tiles.
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "opengl/gl/EngineContext.h"
 #include "opengl/gl/LineRenderer.h"
+#include "opengl/gl/OverlayCanvas.h"
 #include "opengl/gl/TileWindow.h"
+#include "opengl/text/SceneOverlayPen.h"
 #include "opengl/view3d/View3D.h"
 
 namespace vexplot {
@@ -32,6 +35,9 @@ constexpr double kMergeTolerance = 0.2;
 constexpr int32_t kMaxMergedCells = 16;
 // Pieces an axis line is cut into for sorting among the cells.
 constexpr int kSegmentPieces = 16;
+// The depth image that hides annotations in a drawing has at most this
+// many pixels (a 2048 x 2048 picture).
+constexpr double kMaxProbePixels = 1 << 22;
 
 bool Finite(float v) { return std::isfinite(v); }
 
@@ -242,12 +248,37 @@ HRESULT View3D::BuildScene(int32_t width, int32_t height, ISceneSink* sink) {
             if (!projector.Project(box.ToScene(text.at.x, text.at.y, text.at.z), x, y)) continue;
             sink->AddText(text.text.c_str(), float(x), float(y), SceneAnchor::Left, &text.font, text.color);
         }
+        if (!overlay3D_.Empty()) ExportOverlay(width, height, *sink);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     } catch (const std::exception&) {
         return E_FAIL;
     }
     return S_OK;
+}
+
+void View3D::ExportOverlay(int32_t width, int32_t height, ISceneSink& sink) {
+    // What the surface hides is read from a depth image of the scene, at
+    // the drawing's size or, for a very large drawing, at a smaller one of
+    // the same shape.
+    SceneOverlayPen::Visibility visible;
+    std::vector<uint32_t> pixels;
+    std::vector<float> depth;
+    ImageBuffer image{};  // outlives the probe, which keeps a reference
+    std::optional<OverlayCanvas> probe;
+    if (overlayDepthTest_) {
+        const double scale = std::min(1.0, std::sqrt(double(kMaxProbePixels) / (double(width) * double(height))));
+        const int32_t pw = std::max(1, int32_t(std::lround(width * scale)));
+        const int32_t ph = std::max(1, int32_t(std::lround(height * scale)));
+        pixels.resize(size_t(pw) * size_t(ph));
+        image = ImageBuffer{pixels.data(), pw, ph, pw, 0};
+        if (SUCCEEDED(Render(image, kUpdateFull, nullptr, &depth)) && !depth.empty()) {
+            probe.emplace(image, 1.0, &depth);
+            visible = [&probe, scale](double x, double y, double z) { return probe->Visible(x * scale, y * scale, z); };
+        }
+    }
+    SceneOverlayPen pen(sink, width, height, 1.0, std::move(visible));
+    overlay3D_.Paint(pen, OverlayProjection(width, height, 0, 0), engine_.Text());
 }
 
 void View3D::CollectLayer(const Layer& layer, const SceneBox& box, const Projector& projector, uint64_t pixels,

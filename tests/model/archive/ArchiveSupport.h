@@ -1,10 +1,14 @@
 #pragma once
-// Shared by the archive tests: small registered test classes and an object
-// that will not save itself.
+// Shared by the archive tests: small registered test classes, a fixture for
+// tests with data objects and an object that will not save itself.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
 #include <memory>
 
 #include "com/ComObject.h"
 #include "com/IPersist.h"
+#include "dataobject/GraphDataClass.h"
 #include "model/ArchiveClass.h"
 #include "model/ArchiveObject.h"
 #include "support/ArchiveBytes.h"
@@ -67,6 +71,17 @@ inline void RegisterTestClasses() {
     ArchiveClass::Register(TestEmpty::Class());
     ArchiveClass::Register(TestNest::Class());
 }
+
+// For tests that make or load data objects: the real data object's class
+// is registered, and a class that is not makes the registry look in a
+// settings store in memory, never the user's own.
+class GraphDataTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        setenv("VEXPLOT_REGISTRY", ":memory:", 1);
+        RegisterGraphDataClass();
+    }
+};
 
 // -- streams and objects that misbehave --
 

@@ -1,12 +1,11 @@
 // What `vexplot info` says about an archive of records.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 
 #include "ArchiveSupport.h"
-#include "dataobject/GraphDataClass.h"
 #include "dataobject/GraphDataFactory.h"
+#include "model/CGD_Axis.h"
 #include "model/CGD_GraphObject.h"
 #include "model/CGD_ObjectList.h"
 #include "model/DetachedViewHost.h"
@@ -14,28 +13,6 @@
 
 namespace vexplot::test {
 namespace {
-
-// An axis record by its layout, written without the axis class.
-class AxisLayout final : public ArchiveObject {
-public:
-    const ArchiveClass& GetRuntimeClass() const override {
-        static const ArchiveClass cls("CGD_Axis", 1, [] { return std::make_unique<AxisLayout>(); });
-        return cls;
-    }
-    void Serialize(CArchive& a) override {
-        for (double d : {0.0, 1.0, 0.0}) a.WriteDouble(d);
-        a.WriteString("Depth \"m\"");
-        for (int32_t v : {1, 1}) a.WriteInt32(v);
-        for (uint32_t c : {0x0000FFu, 0x00FF00u, 0xFF0000u}) a.WriteColor(c);
-        for (int32_t v : {1, 3, 0}) a.WriteInt32(v);
-        a.WriteBool(true);
-        a.WriteBool(false);
-        for (int32_t v : {5, 2}) a.WriteInt32(v);
-        a.WriteBool(true);
-        a.WriteBool(true);
-        a.WriteInt32(10);
-    }
-};
 
 class LabelLayout final : public ArchiveObject {
 public:
@@ -46,13 +23,24 @@ public:
     void Serialize(CArchive&) override {}
 };
 
-class RecordInspectorTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        setenv("VEXPLOT_REGISTRY", ":memory:", 1);
-        RegisterGraphDataClass();
-    }
+// A Y axis whose neighbouring fields all differ, so that a field read from
+// the wrong place shows.
+std::unique_ptr<CGD_Axis> DistinctAxis() {
+    auto axis = std::make_unique<CGD_Axis>(AxisId::Y);
+    CGD_Axis::Appearance look;
+    look.label = "Depth \"m\"";
+    look.numberColor = 0x0000FF;
+    look.majorGridColor = 0x00FF00;
+    look.minorGridColor = 0xFF0000;
+    look.scaleFormat = ScaleFormat::Base10;
+    look.minorGrid = false;
+    look.minorTicks = 2;
+    axis->SetAppearance(look);
+    return axis;
+}
 
+class RecordInspectorTest : public GraphDataTest {
+protected:
     // A palette record, a graph object record with its data, and an object
     // list holding an axis and two labels.
     Bytes PlotFile() {
@@ -61,7 +49,7 @@ protected:
                                                         std::vector<double>{2, 1}, "x", "y", "z");
         CGD_GraphObject& graph = host->GetGraphObjects()->AddDataObject(data.Get(), host.Get(), false, true);
         CGD_ObjectList objects;
-        objects.Add(std::make_unique<AxisLayout>());
+        objects.Add(DistinctAxis());
         objects.Add(std::make_unique<LabelLayout>());
         objects.Add(std::make_unique<LabelLayout>());
         return Stored([&](CArchive& a) {
@@ -148,7 +136,10 @@ TEST_F(RecordInspectorTest, EveryPrefixOfAFileEndsInAReport) {
     for (size_t cut = 0; cut < file.size(); ++cut) {
         SCOPED_TRACE(cut);
         const RecordInspector::Report report = Inspect(Bytes(file.begin(), file.begin() + static_cast<ptrdiff_t>(cut)));
-        if (!report.error.empty()) {
+        // Only a cut between records leaves a whole, shorter archive.
+        const bool between = cut == 0 || cut == 41 || cut == 306;
+        EXPECT_EQ(report.error.empty(), between) << report.error;
+        if (!between) {
             EXPECT_EQ(report.error.rfind("at offset ", 0), 0u) << report.error;
         }
     }

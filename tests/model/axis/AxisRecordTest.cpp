@@ -77,8 +77,10 @@ TEST(AxisRecord, WritesTheFieldsInRecordOrderAndRoundTripsByteForByte) {
 }
 
 // A file may hold what no dialog accepts; the axis takes it in range, so
-// a record cannot make the ticks grow without bound.
-TEST(AxisRecord, OutOfRangeValuesLoadInRange) {
+// a record cannot make the ticks grow without bound. What the record does
+// not hold (the label and side flags, the fonts) keeps its value, and the
+// scale entry takes the loaded axis's letter.
+TEST(AxisRecord, LoadingTakesValuesInRangeAndKeepsWhatTheRecordLacks) {
     CGD_Axis source(AxisId::Y);
     source.SetAppearance(Unusual());
     Bytes bytes = Save(source);
@@ -86,40 +88,28 @@ TEST(AxisRecord, OutOfRangeValuesLoadInRange) {
     Put(bytes, kMajorTicks, int32_t{32767});
     Put(bytes, kMajorTicks + 4, int32_t{32767});
     Put(bytes, kRecordSize - 4, int32_t{99});  // decimal count
+
     CGD_Axis axis(AxisId::X);
+    CGD_Axis::Appearance look = axis.GetAppearance();
+    look.drawing.label = false;
+    look.drawing.oppositeSide = true;
+    axis.SetAppearance(look);
+    LogicalFont bold = axis.Font(AxisFontRole::Label);
+    bold.weight = 700;
+    axis.SetFont(AxisFontRole::Label, bold);
+    InfoEntryList window;
+    axis.AttachInfoWindow(&window);
+
     Load(axis, bytes);
-    const CGD_Axis::Appearance& look = axis.GetAppearance();
+    look = axis.GetAppearance();
     EXPECT_EQ(look.scaleFormat, ScaleFormat::Decimal);
     EXPECT_EQ(look.majorTicks, CGD_Axis::kMaxTicks);
     EXPECT_EQ(look.minorTicks, CGD_Axis::kMaxTicks);
     EXPECT_EQ(look.decimalCount, CGD_Axis::kMaxDecimalCount);
     EXPECT_LE(axis.MakeTicks(0, 1).values.size(), size_t{CGD_Axis::kMaxTicks} * 2 + 3);
-}
-
-TEST(AxisRecord, FieldsOutsideTheRecordKeepTheirValues) {
-    CGD_Axis source;
-    CGD_Axis target;
-    CGD_Axis::Appearance look = target.GetAppearance();
-    look.drawing.label = false;
-    look.drawing.oppositeSide = true;
-    target.SetAppearance(look);
-    LogicalFont bold = target.Font(AxisFontRole::Label);
-    bold.weight = 700;
-    target.SetFont(AxisFontRole::Label, bold);
-
-    Load(target, Save(source));
-    EXPECT_FALSE(target.GetAppearance().drawing.label);
-    EXPECT_TRUE(target.GetAppearance().drawing.oppositeSide);
-    EXPECT_EQ(target.Font(AxisFontRole::Label).weight, 700);
-}
-
-TEST(AxisRecord, LoadingMovesTheScaleEntryToTheLoadedAxis) {
-    CGD_Axis y(AxisId::Y);
-    const Bytes record = Save(y);
-    InfoEntryList window;
-    CGD_Axis axis(AxisId::X);
-    axis.AttachInfoWindow(&window);
-    Load(axis, record);
+    EXPECT_FALSE(look.drawing.label);
+    EXPECT_TRUE(look.drawing.oppositeSide);
+    EXPECT_EQ(axis.Font(AxisFontRole::Label).weight, 700);
     ASSERT_EQ(window.Entries().size(), 1u);
     EXPECT_EQ(window.Entries()[0].text, "Y scale: 100.00%");
 }

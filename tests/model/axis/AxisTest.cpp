@@ -48,14 +48,6 @@ TEST(Axis, StartsWithTheDocumentedLook) {
     }
 }
 
-TEST(Axis, DirectionGivesTheLetter) {
-    const struct {
-        AxisId id;
-        char letter;
-    } cases[] = {{AxisId::X, 'X'}, {AxisId::Y, 'Y'}, {AxisId::Z, 'Z'}, {AxisId::Palette, 'Z'}};
-    for (const auto& c : cases) EXPECT_EQ(CGD_Axis(c.id).Letter(), c.letter);
-}
-
 TEST(LogicalFont, EngineFormCutsTheFaceAtACharacter) {
     LogicalFont font;
     font.face = std::string(30, 'a') + "\u00E9z";  // the two-byte character would straddle byte 31
@@ -152,6 +144,7 @@ TEST(Axis, ScalePercentIsTheShownPartOfTheFullExtent) {
         {"X", AxisId::X, true, S_OK, full, 20},
         {"Y", AxisId::Y, true, S_OK, full, 15},
         {"Z has no zoom", AxisId::Z, true, S_OK, full, 1},
+        {"the palette axis is a Z axis", AxisId::Palette, true, S_OK, full, 1},
         {"no view", AxisId::Y, false, S_OK, full, 100},
         {"view fails", AxisId::X, true, E_FAIL, full, 100},
         {"empty full extent", AxisId::X, true, S_OK, {3, 3, 0, 200}, 100},

@@ -27,12 +27,13 @@ TEST(PaletteText, ReadsAsTheScanFormatDoes) {
         {"1,2,3 4,5,6", {0x030201, 0x060504}},
         // a short line keeps the components it lacks from the line before
         {"1,2,3\n7,8\n9,10,11\n", {0x030201, 0x030807, 0x0B0A09}},
-        // a line that converts nothing ends the reading
-        {"1,2,3\nabc\n4,5,6\n", {0x030201}},
-        {"1 ,2,3\n4,5,6\n", {0x000001}},
-        {"1,2,3,\n4,5,6\n", {0x030201}},
-        {"- 5,1,1\n", {}},
-        {std::string("1,2,3\n\0 4,5,6\n", 14), {0x030201}},
+        // a line that converts nothing repeats the colour before it once
+        // and ends the reading
+        {"1,2,3\nabc\n4,5,6\n", {0x030201, 0x030201}},
+        {"1 ,2,3\n4,5,6\n", {0x000001, 0x000001}},
+        {"1,2,3,\n4,5,6\n", {0x030201, 0x030201}},
+        {"- 5,1,1\n", {0x000000}},
+        {std::string("1,2,3\n\0 4,5,6\n", 14), {0x030201, 0x030201}},
     };
     for (const auto& [text, colors] : cases) EXPECT_EQ(PaletteFile::Parse(text), colors) << text;
 }
@@ -97,7 +98,8 @@ TEST_F(PaletteFileTest, UnreadableFileKeepsTheListAndIsRemembered) {
 TEST_F(PaletteFileTest, NothingIsWrittenWithoutPathOrColours) {
     EXPECT_EQ(palette_.SaveFile(dir_ / "empty.plt"), 0);
     EXPECT_EQ(palette_.GetLastError(), CGD_Palette::kErrorEmptyList);
-    EXPECT_EQ(palette_.SaveStretchedFile(dir_ / "stretched.plt"), 0) << "no stretched strip";
+    EXPECT_EQ(palette_.SaveStretchedFile(dir_ / "stretched.plt"), 0);
+    EXPECT_EQ(palette_.GetLastError(), CGD_Palette::kErrorEmptyList);
     EXPECT_EQ(dir_.EntryCount(), 0u);
     palette_.SetStandard(0);
     for (auto call : {&CGD_Palette::LoadFile, &CGD_Palette::SaveFile, &CGD_Palette::SaveStretchedFile}) {
@@ -132,8 +134,9 @@ TEST_F(PaletteFileTest, StretchedFileListsRowsFromTheTop) {
     ASSERT_TRUE(palette_.Stretch(0, 0, 3, 2));  // narrower than the column read
     ASSERT_EQ(palette_.SaveStretchedFile(dir_ / "narrow.plt"), 1);
     EXPECT_EQ(dir_.Read("narrow.plt"), "4,0,0\n2,0,0\n");
-    ASSERT_TRUE(palette_.Stretch(0, 0, 0, 2));  // no pixel to read
-    EXPECT_EQ(palette_.SaveStretchedFile(dir_ / "none.plt"), 0);
+    ASSERT_TRUE(palette_.Stretch(0, 0, 0, 2));  // no pixel to read: no rows
+    EXPECT_EQ(palette_.SaveStretchedFile(dir_ / "none.plt"), 1);
+    EXPECT_EQ(dir_.Read("none.plt"), "");
     EXPECT_EQ(palette_.GetFileName(), "");
 }
 

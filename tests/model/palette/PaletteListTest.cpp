@@ -56,23 +56,19 @@ TEST(PaletteList, WalksStartAtTheChosenEndAndStayAtTheOther) {
     }
 }
 
-TEST(PaletteStrip, HighestColourIsTheTopRowAndFollowsTheList) {
-    CGD_Palette palette = PaletteOf({1, 2, 3});
-    ASSERT_EQ(palette.Strip().Width(), 25u);
-    ASSERT_EQ(palette.Strip().Height(), 3u);
-    for (uint32_t y = 0; y < 3; ++y) {
-        for (uint32_t pixel : palette.Strip().Row(y)) EXPECT_EQ(pixel, 3 - y) << "row " << y;
-    }
-    palette.SetColor(0, 0xFF);
-    EXPECT_EQ(palette.Strip().Pixel(0, 2), 0xFFu);
-}
-
-// Target row r shows strip row floor(r * count / height) across the whole
-// width; an odd height is raised by one.
+// The strip holds the highest colour in its top row, one row per colour.
+// Target row r of a stretch shows strip row floor(r * count / height) across
+// the whole width; an odd height is raised by one.
 TEST(PaletteStrip, StretchSamplesRowsWithoutBlending) {
+    CGD_Palette palette = PaletteOf({1, 2, 3, 0xFF});
+    ASSERT_EQ(palette.Strip().Width(), 25u);
+    ASSERT_EQ(palette.Strip().Height(), 4u);
+    palette.SetColor(3, 4);  // the strip follows the list
+    for (uint32_t y = 0; y < 4; ++y) {
+        for (uint32_t pixel : palette.Strip().Row(y)) EXPECT_EQ(pixel, 4 - y) << "row " << y;
+    }
     const std::pair<int, std::vector<uint32_t>> cases[] = {
         {7, {4, 4, 3, 3, 2, 2, 1, 1}}, {2, {4, 2}}, {6, {4, 4, 3, 2, 2, 1}}, {0, {}}};
-    CGD_Palette palette = PaletteOf({1, 2, 3, 4});
     for (const auto& [height, rows] : cases) {
         ASSERT_TRUE(palette.Stretch(3, -5, 40, height - 5));
         const RgbaRaster* stretched = palette.GetStripBitmap();

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
-#include <stdexcept>
 #include <vector>
 
 #include "model/PaletteMapping.h"
@@ -35,16 +34,6 @@ TEST(PaletteMapping, ValuesTakeTheColourOfTheirBin) {
             << "min " << c.min << ", max " << c.max << ", value " << c.value;
     }
     EXPECT_EQ(PaletteMapping(0, 1, {}).ColorOf(0), std::nullopt) << "empty list";
-}
-
-TEST(PaletteMapping, BulkFormMarksValuesWithoutColour) {
-    const PaletteMapping mapping(0, 8, kFour);
-    const std::vector<double> values{kNaN, 0, 3, 8, 20};
-    std::vector<uint32_t> colors(values.size());
-    mapping.Map(values, colors);
-    EXPECT_EQ(colors, (std::vector<uint32_t>{PaletteMapping::kNoColor, 10, 20, 40, 40}));
-    std::vector<uint32_t> shorter(2);
-    EXPECT_THROW(mapping.Map(values, shorter), std::invalid_argument);
 }
 
 }  // namespace

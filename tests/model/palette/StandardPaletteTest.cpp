@@ -34,47 +34,47 @@ TEST(StandardPalette, EntriesFollowTheRampOfTheIdentifier) {
     }
 }
 
-// 2, 5 and 6 keep their identifier; values outside 0..6 are stored as 0.
-TEST(StandardPalette, OtherIdentifiersGiveTheBlueToRedRamp) {
-    CGD_Palette reference;
-    reference.SetStandard(0);
-    for (int identifier : {2, 5, 6, 7, 9, -1, -2147483647 - 1}) {
-        CGD_Palette palette;
-        palette.SetStandard(3);
-        palette.SetStandard(identifier);
-        EXPECT_EQ(palette.GetPaletteId(), identifier >= 0 && identifier <= 6 ? identifier : 0) << identifier;
-        EXPECT_TRUE(std::ranges::equal(palette.Colors(), reference.Colors())) << identifier;
-    }
-}
-
-TEST(PaletteChoice, PaletteIdRegeneratesOnlyOnAChange) {
-    CGD_Palette palette;
-    palette.SetStandard(3);
-    palette.SetColor(0, 0x111111);
-    EXPECT_TRUE(palette.ApplyPaletteId(3));
-    EXPECT_EQ(palette.GetColor(0), 0x111111u);
-    EXPECT_TRUE(palette.ApplyPaletteId(9));
-    EXPECT_EQ(palette.GetPaletteId(), 0);
-    EXPECT_EQ(palette.GetColor(0), 0xFF0000u);
-}
-
-TEST(PaletteChoice, UseColorPaletteSwitchesBetweenGreyAndColour) {
+// Which list a palette choice leaves: the standard list of an identifier
+// (2, 5 and 6 keep theirs and get the blue-to-red ramp, values outside 0..6
+// are stored as 0), or the list as it was when nothing is to be done. The
+// palette starts as standard list `before` with entry 0 changed by hand.
+TEST(PaletteChoice, EachChoiceLeavesTheStandardListOrKeepsTheOwnOne) {
+    enum class Choice { Standard, PaletteId, UseColor };
     struct Case {
         int before;
-        bool useColor;
-        int after;  // -1: the list is not made again
+        Choice choice;
+        int argument;   // the identifier, or the colour flag
+        int after;      // the identifier afterwards
+        int colorsOf;   // whose standard colours the list holds; -1: its own
     };
-    const Case cases[] = {{1, true, 0},   {4, true, 0},  {1, false, -1}, {4, false, -1}, {0, false, 1},
-                          {3, false, 1},  {6, false, 1}, {0, true, -1},  {3, true, -1}};
+    const int kLowest = -2147483647 - 1;
+    const Case cases[] = {
+        {3, Choice::Standard, 2, 2, 0},       {3, Choice::Standard, 5, 5, 0},      {3, Choice::Standard, 6, 6, 0},
+        {3, Choice::Standard, 7, 0, 0},       {3, Choice::Standard, 9, 0, 0},      {3, Choice::Standard, -1, 0, 0},
+        {3, Choice::Standard, kLowest, 0, 0}, {3, Choice::PaletteId, 3, 3, -1},    {3, Choice::PaletteId, 9, 0, 0},
+        {1, Choice::UseColor, 1, 0, 0},       {4, Choice::UseColor, 1, 0, 0},      {1, Choice::UseColor, 0, 1, -1},
+        {4, Choice::UseColor, 0, 4, -1},      {0, Choice::UseColor, 0, 1, 1},      {3, Choice::UseColor, 0, 1, 1},
+        {6, Choice::UseColor, 0, 1, 1},       {0, Choice::UseColor, 1, 0, -1},     {3, Choice::UseColor, 1, 3, -1},
+    };
     for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.before << ", choice " << static_cast<int>(c.choice) << ", " << c.argument);
         CGD_Palette palette;
         palette.SetStandard(c.before);
         palette.SetColor(0, 0x123456);
-        EXPECT_TRUE(palette.SetUseColorPalette(c.useColor));
-        const int expected = c.after < 0 ? c.before : c.after;
-        EXPECT_EQ(palette.GetPaletteId(), expected) << c.before << ' ' << c.useColor;
-        EXPECT_EQ(palette.GetColor(0) == 0x123456u, c.after < 0) << c.before << ' ' << c.useColor;
-        EXPECT_EQ(palette.GetUseColorPalette(), expected != 1 && expected != 4);
+        switch (c.choice) {
+        case Choice::Standard: EXPECT_TRUE(palette.SetStandard(c.argument)); break;
+        case Choice::PaletteId: EXPECT_TRUE(palette.ApplyPaletteId(c.argument)); break;
+        case Choice::UseColor: EXPECT_TRUE(palette.SetUseColorPalette(c.argument != 0)); break;
+        }
+        EXPECT_EQ(palette.GetPaletteId(), c.after);
+        EXPECT_EQ(palette.GetUseColorPalette(), c.after != 1 && c.after != 4);
+        if (c.colorsOf < 0) {
+            EXPECT_EQ(palette.GetColor(0), 0x123456u);
+            continue;
+        }
+        CGD_Palette reference;
+        reference.SetStandard(c.colorsOf);
+        EXPECT_TRUE(std::ranges::equal(palette.Colors(), reference.Colors()));
     }
 }
 
