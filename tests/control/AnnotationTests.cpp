@@ -4,7 +4,6 @@
 // through IDispatch; their records in plot files; their dialogs played by
 // the headless site.
 #include <cmath>
-#include <filesystem>
 #include <tuple>
 
 #include "ControlFixture.h"
@@ -20,6 +19,7 @@
 #include "annotations/RegionDialog.h"
 #include "control/HeadlessSite.h"
 #include "model/CGD_GraphObject.h"
+#include "support/TempDir.h"
 #include "ui/InfoEntryList.h"
 
 namespace vexplot::test {
@@ -197,11 +197,10 @@ TEST_F(AnnotationTest, PlotFilesKeepMarkersAndRegionsAndBringLabelsBackWithDefau
     CGD_Label* label = AnnotationActions::AddLabel(*control, "custom", 1, 1, 1);
     label->SetStyle(2);
     AnnotationActions::AddRegion(*control, 0, 0, 0, 1, 1, 0, true);  // the rubber band is not kept
-    const auto path = std::filesystem::temp_directory_path() / "annotations_roundtrip.vxg";
-    ASSERT_EQ(control->SaveSerialize(path.string()), 1);
+    const TempDir dir;
+    ASSERT_EQ(control->SaveSerialize(dir / "annotations.vxg"), 1);
     List().Clear();
-    ASSERT_TRUE(control->OpenPlotFile(path.string()));
-    std::filesystem::remove(path);
+    ASSERT_TRUE(control->OpenPlotFile(dir / "annotations.vxg"));
 
     ASSERT_EQ(List().Count(), 3);
     auto* m = dynamic_cast<CGD_Marker*>(List().At(0));

@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "ControlFixture.h"
 #include "control/CommandIds.h"
 #include "control/HeadlessSite.h"
+#include "support/TempDir.h"
 #include "ui/CMessageBoxExt.h"
 #include "ui/ControlPropertySheet.h"
 
@@ -148,10 +147,9 @@ TEST_F(ControlDialogsTest, PropertySheetListsEnginesAndStoresTheChosenFont) {
 }
 
 TEST_F(ControlDialogsTest, PropertySheetOnAStoreThatCannotBeWrittenChangesNothing) {
-    const auto dir = std::filesystem::temp_directory_path() / ("vexplot-sheet-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir);
-    std::ofstream(dir / "broken.db") << "this is not a settings database";
-    const auto sheet = Sheet(SettingsStore::OpenUnshared((dir / "broken.db").string()));
+    const TempDir dir;
+    dir.Write("broken.db", "this is not a settings database");
+    const auto sheet = Sheet(SettingsStore::OpenUnshared(dir / "broken.db"));
     const double rotation = Property("XCamRotation").R8();
     sheet->SetValue("XCamRotation", Variant(std::string("0.5")));
     sheet->DefaultFont();
@@ -159,7 +157,6 @@ TEST_F(ControlDialogsTest, PropertySheetOnAStoreThatCannotBeWrittenChangesNothin
     ASSERT_TRUE(problem);
     EXPECT_NE(problem->message.find("cannot be written"), std::string::npos);
     EXPECT_EQ(Property("XCamRotation").R8(), rotation);
-    std::filesystem::remove_all(dir);
 }
 
 TEST_F(ControlDialogsTest, MaximizeViewShowsItsMessageUntilTickedAndSwitchesBack) {

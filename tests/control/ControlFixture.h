@@ -65,7 +65,7 @@ public:
         for (uint32_t i = p ? p->argCount : 0; i-- > 0;) e.args.push_back(p->args[i].Deref());
         events.push_back(std::move(e));
         for (uint32_t i = 0; reply && p && i < p->argCount; ++i)
-            if (p->args[i].Deref().Type() == VT_BSTR) return p->args[i].AssignThroughRef(Variant(*reply));
+            if (p->args[i].Type() == (VT_BYREF | VT_BSTR)) return p->args[i].AssignThroughRef(Variant(*reply));
         return S_OK;
     }
 
