@@ -128,8 +128,8 @@ TEST_F(AnnotationTest, InfoTextsInEveryCoordinateOrder) {
     region.SetPosition(1, 2, 3);
     region.SetSecondCorner(4, 5, 6);
     region.AttachInfoWindow(&info);
-    EXPECT_EQ(Lines(info), (std::vector<std::string>{"Region:", "   X(1.000000 - 4.000000)", "   Y(2.000000 - 5.000000)",
-                                                     "   Z(3.000000 - 6.000000)"}));
+    EXPECT_EQ(Lines(info), (std::vector<std::string>{"Region:", "   X(1.000000 - 4.000000)",
+                                                     "   Y(2.000000 - 5.000000)", "   Z(3.000000 - 6.000000)"}));
     region.UpdateInfoWindow();
     EXPECT_EQ(Lines(info)[1], "   X(1.000000 , 4.000000)");
     EXPECT_EQ(region.GetDescription(),
@@ -160,7 +160,8 @@ TEST_F(AnnotationTest, TracersWriteDashesForNoZAndTheDistanceLeavesZOut) {
     diff.Draw();
     EXPECT_EQ(Lines(info), (std::vector<std::string>{"DeltaTracer:", "   Fixed: X(0.000000) Y(0.000000) Z(1.000000)",
                                                      "   Current: X(3.000000) Y(4.000000) Z(-)",
-                                                     "   Delta: X(3.000000) Y(4.000000) Z(-)", "   Distance: 5.000000"}));
+                                                     "   Delta: X(3.000000) Y(4.000000) Z(-)",
+                                                     "   Distance: 5.000000"}));
     diff.SetCurrent(3, 4, 100);
     EXPECT_EQ(diff.DeltaLine(), "\tDelta: X(3.000000) Y(4.000000) Z(99.000000)");
     EXPECT_EQ(diff.Distance(), 5.0);

@@ -64,8 +64,10 @@ public:
         Event e{id, {}};
         for (uint32_t i = p ? p->argCount : 0; i-- > 0;) e.args.push_back(p->args[i].Deref());
         events.push_back(std::move(e));
-        for (uint32_t i = 0; reply && p && i < p->argCount; ++i)
-            if (p->args[i].Type() == (VT_BYREF | VT_BSTR)) return p->args[i].AssignThroughRef(Variant(*reply));
+        for (uint32_t i = 0; reply && p && i < p->argCount; ++i) {
+            const Variant& arg = p->args[i];
+            if (arg.IsByRef() && arg.Deref().Type() == VT_BSTR) return arg.AssignThroughRef(Variant(*reply));
+        }
         return S_OK;
     }
 
