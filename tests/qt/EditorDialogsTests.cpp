@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QComboBox>
-#include <QHeaderView>
-#include <QKeyEvent>
 #include <QTableView>
 #include <vector>
 
+#include "RegisteredDialog.h"
 #include "com/ComObject.h"
 #include "dataobject/GraphDataClass.h"
 #include "dataobject/GraphDataFactory.h"
@@ -22,17 +20,6 @@
 
 namespace vexplot {
 namespace {
-
-void Key(QWidget* target, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QKeyEvent press(QEvent::KeyPress, key, modifiers);
-    QApplication::sendEvent(target, &press);
-}
-
-// Saves the picture where VEXPLOT_SCREENSHOT_DIR points, for a person to look at.
-void Keep(QWidget& widget, const char* name) {
-    const QString dir = qEnvironmentVariable("VEXPLOT_SCREENSHOT_DIR");
-    if (!dir.isEmpty()) widget.grab().save(dir + "/" + name + ".png");
-}
 
 TEST(PaletteEditorDialog, DrawsTheBarAndMarkersAndEditsFromTheKeyboard) {
     RememberedCustomPalette::Forget();
@@ -55,19 +42,19 @@ TEST(PaletteEditorDialog, DrawsTheBarAndMarkersAndEditsFromTheKeyboard) {
     EXPECT_TRUE(logic.CustomMode());
     EXPECT_EQ(pixel(bar->XOf(50), markerY), QColor(0, 255, 0));  // the green marker at 50
     EXPECT_NE(pixel(bar->XOf(50), markerY), background);
-    Keep(dialog, "palette-editor");
+    KeepPicture(dialog, "palette-editor");
 
     // Keys: Right picks the next marker, Shift+Right moves it one percent.
     bar->setFocus();
-    Key(bar, Qt::Key_Right);
-    Key(bar, Qt::Key_Right);
+    PressKey(bar, Qt::Key_Right);
+    PressKey(bar, Qt::Key_Right);
     EXPECT_EQ(bar->SelectedMarker(), std::optional<size_t>(1));
-    Key(bar, Qt::Key_Right, Qt::ShiftModifier);
+    PressKey(bar, Qt::Key_Right, Qt::ShiftModifier);
     EXPECT_EQ(logic.BaseColors()[1].position, 26);
-    Key(bar, Qt::Key_Delete);
+    PressKey(bar, Qt::Key_Delete);
     EXPECT_EQ(logic.BaseColors().size(), 4u);
     // Escape cancels the dialog.
-    Key(&dialog, Qt::Key_Escape);
+    PressKey(&dialog, Qt::Key_Escape);
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
     EXPECT_EQ(changes, 3);
     RememberedCustomPalette::Forget();
@@ -100,7 +87,7 @@ TEST(DataEditorDialog, OpensAFullSizeGridAndRefusesText) {
     EXPECT_EQ(grid->model()->rowCount(), n);
     EXPECT_EQ(grid->model()->index(0, 7).data().toString(), "4.095000e+03");
     EXPECT_EQ(grid->model()->headerData(0, Qt::Vertical).toString(), "4095");
-    Keep(dialog, "data-editor");
+    KeepPicture(dialog, "data-editor");
 
     grid->setCurrentIndex(grid->model()->index(0, 1));
     EXPECT_FALSE(grid->model()->setData(grid->model()->index(0, 1), "volts"));

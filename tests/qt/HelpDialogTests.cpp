@@ -2,12 +2,10 @@
 // keyboard map and the about box, drawn by Qt over their logic.
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QDialog>
 #include <QLabel>
 #include <QTableWidget>
-#include <QTimer>
 
+#include "RegisteredDialog.h"
 #include "ShownWidgetTest.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/CommandIds.h"
@@ -17,48 +15,34 @@
 namespace vexplot {
 namespace {
 
-class HelpDialogTest : public ShownWidgetTest {
-protected:
-    // Runs `command`, whose dialog is modal: `look` sees the dialog once it
-    // shows, then the dialog is closed.
-    void WhileOpen(int32_t command, const std::function<void(QDialog&)>& look) {
-        bool seen = false;
-        QTimer::singleShot(0, [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            seen = true;
-            look(*dialog);
-            dialog->reject();
-        });
-        EXPECT_TRUE(widget->Control().DoCommand(command));
-        EXPECT_TRUE(seen);
-    }
-};
+using HelpDialogTest = ShownWidgetTest;
 
 TEST_F(HelpDialogTest, KeyboardMapShowsEveryRowOfTheTables) {
     const KeyboardMapLogic logic;
-    WhileOpen(cmd::kKeyboardMap, [&](QDialog& dialog) {
-        const auto* table = dialog.findChild<QTableWidget*>();
-        ASSERT_NE(table, nullptr);
-        ASSERT_EQ(table->rowCount(), static_cast<int>(logic.Rows().size()));
-        QStringList lines;
-        for (int row = 0; row < table->rowCount(); ++row)
-            lines << table->item(row, 0)->text() + " " + table->item(row, 1)->text();
-        EXPECT_TRUE(lines.contains("Ctrl+Alt+S Save Vexplot")) << lines.join(", ").toStdString();
-        EXPECT_TRUE(lines.contains("Keypad 0 Zoom to all")) << lines.join(", ").toStdString();
-    });
+    WhileModal([&] { EXPECT_TRUE(widget->Control().DoCommand(cmd::kKeyboardMap)); },
+               [&](QWidget& dialog) {
+                   const auto* table = dialog.findChild<QTableWidget*>();
+                   ASSERT_NE(table, nullptr);
+                   ASSERT_EQ(table->rowCount(), static_cast<int>(logic.Rows().size()));
+                   QStringList lines;
+                   for (int row = 0; row < table->rowCount(); ++row)
+                       lines << table->item(row, 0)->text() + " " + table->item(row, 1)->text();
+                   EXPECT_TRUE(lines.contains("Ctrl+Alt+S Save Vexplot")) << lines.join(", ").toStdString();
+                   EXPECT_TRUE(lines.contains("Keypad 0 Zoom to all")) << lines.join(", ").toStdString();
+               });
 }
 
 TEST_F(HelpDialogTest, AboutBoxNamesTheRunningEngineAndItsRenderer) {
-    WhileOpen(cmd::kAbout, [&](QDialog& dialog) {
-        QStringList texts;
-        for (const QLabel* label : dialog.findChildren<QLabel*>()) texts << label->text();
-        EXPECT_TRUE(texts.contains("OpenGL")) << texts.join(" | ").toStdString();
-        EXPECT_TRUE(texts.contains(":memory:")) << texts.join(" | ").toStdString();
-        // The renderer the driver names, whatever it is, never "unknown".
-        EXPECT_FALSE(texts.contains("unknown")) << texts.join(" | ").toStdString();
-        EXPECT_TRUE(texts.contains("Vexplot"));
-    });
+    WhileModal([&] { EXPECT_TRUE(widget->Control().DoCommand(cmd::kAbout)); },
+               [&](QWidget& dialog) {
+                   QStringList texts;
+                   for (const QLabel* label : dialog.findChildren<QLabel*>()) texts << label->text();
+                   EXPECT_TRUE(texts.contains("OpenGL")) << texts.join(" | ").toStdString();
+                   EXPECT_TRUE(texts.contains(":memory:")) << texts.join(" | ").toStdString();
+                   // The renderer the driver names, whatever it is, never "unknown".
+                   EXPECT_FALSE(texts.contains("unknown")) << texts.join(" | ").toStdString();
+                   EXPECT_TRUE(texts.contains("Vexplot"));
+               });
 }
 
 }  // namespace

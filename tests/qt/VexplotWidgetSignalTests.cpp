@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "com/ConnectionPoint.h"
 #include "BuildTreeEngine.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "dataobject/IGraphDataAccess.h"
@@ -28,19 +27,6 @@ protected:
         widget = std::make_unique<VexplotWidget>();
         widget->resize(400, 300);
         QApplication::processEvents();
-    }
-
-    // Fires DataCellMouseOver on the event interface with the fifth,
-    // by-reference text, and returns the text as the host left it.
-    std::string FireDataCellMouseOver(const std::string& initial) {
-        ComPtr<IConnectionPoint> point;
-        EXPECT_EQ(widget->Control().FindConnectionPoint(CUI_VexplotCtrl::kExEventsIid, point.ReleaseAndGetAddressOf()),
-                  S_OK);
-        std::string text = initial;
-        static_cast<ConnectionPoint*>(point.Get())
-            ->FireDispatch(CUI_VexplotCtrl::kDispidDataCellMouseOver,
-                           {Variant(1.5), Variant(2.5), Variant(-3.0), Variant(int32_t{1}), Variant::Ref(&text)});
-        return text;
     }
 
     std::unique_ptr<VexplotWidget> widget;
@@ -79,32 +65,17 @@ TEST_F(VexplotWidgetSignalTest, SelectionAndResamplingCarryTheirRanges) {
     EXPECT_EQ(resampled[0], (std::vector<double>{0.25, 0.5, 10.0, 20.0}));
 }
 
-TEST_F(VexplotWidgetSignalTest, ASlotAnswersTheDataCellToolTip) {
-    std::vector<double> seen;
-    bool answer = true;
-    QObject::connect(widget.get(), &VexplotWidget::dataCellMouseOver,
-                     [&](double x, double y, double z, bool select) {
-                         seen = {x, y, z, select ? 1.0 : 0.0};
-                         if (answer) widget->SetDataCellText(QString("cell %1, %2").arg(x).arg(y));
-                     });
-    EXPECT_EQ(FireDataCellMouseOver("default"), "cell 1.5, 2.5");
-    EXPECT_EQ(seen, (std::vector<double>{1.5, 2.5, -3.0, 1.0}));
-    // A slot that gives no text leaves the control's own, and an answer
-    // does not stick to the next event.
-    answer = false;
-    EXPECT_EQ(FireDataCellMouseOver("default"), "default");
-}
-
-// The real path: a mouse move over the plot fires the event when the host
-// asked for cell tool tips, and the slot's text is shown as the tool tip.
+// A mouse move over the plot fires the event when the host asked for cell
+// tool tips, and the slot's text is shown as the tool tip.
 TEST_F(VexplotWidgetSignalTest, AMouseMoveOverACellShowsTheSlotsTextAsToolTip) {
     ASSERT_TRUE(widget->LoadDataFile(VEXPLOT_EXAMPLES_DIR "/peaks.3do"));
     widget->show();
     QApplication::processEvents();
     std::vector<double> seen;
-    QObject::connect(widget.get(), &VexplotWidget::dataCellMouseOver, [&](double x, double y, double z, bool) {
-        seen = {x, y, z};
-        widget->SetDataCellText(QString("z = %1").arg(z));
+    bool answer = true;
+    QObject::connect(widget.get(), &VexplotWidget::dataCellMouseOver, [&](double x, double y, double z, bool select) {
+        seen = {x, y, z, select ? 1.0 : 0.0};
+        if (answer) widget->SetDataCellText(QString("z = %1").arg(z));
     });
     QWidget* view = widget->WindowWidget(static_cast<int>(WindowRole::View3D));
     ASSERT_NE(view, nullptr);
@@ -117,13 +88,21 @@ TEST_F(VexplotWidgetSignalTest, AMouseMoveOverACellShowsTheSlotsTextAsToolTip) {
     EXPECT_TRUE(seen.empty());
     widget->Control().EnableCustomDataCellToolTip(1);
     move();
-    ASSERT_EQ(seen.size(), 3u);
+    ASSERT_EQ(seen.size(), 4u);
     EXPECT_EQ(QToolTip::text(), QString("z = %1").arg(seen[2]));
     // The cell is a grid node: its value is the data's own.
     double z = 0;
     ComPtr<IGraphDataAccess> access(widget->Control().GetGraphObjects()->Active()->Access());
     ASSERT_EQ(access->GetValueAt(seen[0], seen[1], &z), S_OK);
     EXPECT_EQ(z, seen[2]);
+
+    // A slot that gives no text leaves the control's own, and the answer to
+    // the move above does not stick to this event.
+    answer = false;
+    std::string text = "own";
+    widget->Control().FireDataCellMouseOver(1.5, 2.5, -3.0, true, &text);
+    EXPECT_EQ(text, "own");
+    EXPECT_EQ(seen, (std::vector<double>{1.5, 2.5, -3.0, 1.0}));
 }
 
 }  // namespace

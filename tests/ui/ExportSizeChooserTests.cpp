@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "control/HeadlessSite.h"
 #include "ui/ExportSizeChooser.h"
 
 namespace vexplot {
@@ -64,22 +63,6 @@ TEST(ExportSizeChooser, ParsesTheFilterPairs) {
     EXPECT_EQ(types[0].description, "Enhanced metafile (*.EMF)");
     EXPECT_EQ(types[0].patterns, "*.emf");
     EXPECT_EQ(types[1].patterns, "*.*");
-}
-
-TEST(ExportSizeChooser, AHeadlessScriptChoosesNameAndSize) {
-    HeadlessSite site;
-    site.AnswerDialog(std::string(ExportSizeChooser::kName), [](IDialogLogic& d) {
-        auto& c = static_cast<ExportSizeChooser&>(d);
-        c.Select(ExportSizeChooser::kCustom);
-        c.SetWidthText("12ab");
-        c.SetHeightText("-3");
-        return c.Confirm("/tmp/out") ? kAnswerOk : kAnswerCancel;
-    });
-    ExportSizeChooser chooser = ExportSizeChooser::ForBitmap();
-    ASSERT_EQ(site.RunDialog(chooser), kAnswerOk);
-    EXPECT_EQ(chooser.Chosen()->fileName, "/tmp/out.BMP");
-    EXPECT_EQ(chooser.Chosen()->width, 12);
-    EXPECT_EQ(chooser.Chosen()->height, -3);
 }
 
 }  // namespace

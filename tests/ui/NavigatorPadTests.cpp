@@ -43,6 +43,9 @@ protected:
         const WindowHandle control = site.CreateWindow(WindowRole::Control, 0, PixelRect{0, 0, 300, 200}, nullptr);
         ASSERT_TRUE(pad.Create(site, control, PixelRect{10, 10, 58, 58}));
         window = pad.Window();
+        // The pad's window is a navigator window bound to the pad.
+        ASSERT_EQ(site.Role(window), WindowRole::Navigator);
+        ASSERT_EQ(std::get<NavigatorPad*>(site.windows.at(window).logic), &pad);
     }
     bool HighlightTimerRunning() const { return site.timers.count({window, NavigatorPad::kHighlightTimer}) != 0; }
 
@@ -51,12 +54,6 @@ protected:
     NavigatorPad pad;
     WindowHandle window = 0;
 };
-
-TEST_F(NavigatorHighlightTest, CreatesAndBindsANavigatorWindow) {
-    EXPECT_EQ(site.Role(window), WindowRole::Navigator);
-    ASSERT_TRUE(std::holds_alternative<NavigatorPad*>(site.windows.at(window).logic));
-    EXPECT_EQ(std::get<NavigatorPad*>(site.windows.at(window).logic), &pad);
-}
 
 TEST_F(NavigatorHighlightTest, TimerFollowsTheCursorUntilItLeavesThePad) {
     EXPECT_FALSE(HighlightTimerRunning());

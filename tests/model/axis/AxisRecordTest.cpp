@@ -89,6 +89,7 @@ TEST(AxisRecord, LoadingTakesValuesInRangeAndKeepsWhatTheRecordLacks) {
     Put(bytes, kMajorTicks + 4, int32_t{32767});
     Put(bytes, kRecordSize - 4, int32_t{99});  // decimal count
 
+    InfoEntryList window;  // outlives the axis, which takes its entry out on destruction
     CGD_Axis axis(AxisId::X);
     CGD_Axis::Appearance look = axis.GetAppearance();
     look.drawing.label = false;
@@ -97,7 +98,6 @@ TEST(AxisRecord, LoadingTakesValuesInRangeAndKeepsWhatTheRecordLacks) {
     LogicalFont bold = axis.Font(AxisFontRole::Label);
     bold.weight = 700;
     axis.SetFont(AxisFontRole::Label, bold);
-    InfoEntryList window;
     axis.AttachInfoWindow(&window);
 
     Load(axis, bytes);

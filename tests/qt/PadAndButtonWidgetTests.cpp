@@ -1,3 +1,5 @@
+// The navigator pad and a tools button as Qt draws them: each widget shows
+// its logic's state and passes the mouse on to it.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -6,6 +8,8 @@
 
 #include "control/HeadlessSite.h"
 #include "qt/NavigatorWidget.h"
+#include "qt/ToolsButtonWidget.h"
+#include "tools/CToolsCtrl.h"
 #include "ui/NavigatorPad.h"
 
 namespace vexplot {
@@ -18,9 +22,22 @@ void Send(QWidget& widget, QEvent::Type type, QPoint at, Qt::MouseButton button)
     QApplication::sendEvent(&widget, &event);
 }
 
-TEST(NavigatorWidgetTest, ShowsTheZonesStateAndPassesTheMouseToThePad) {
-    HeadlessSite site(nullptr);
+// Pixels clearly darker than a button face: a caption's strokes.
+int DarkPixels(const QImage& image) {
+    int dark = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) dark += qGray(image.pixel(x, y)) < 96;
+    return dark;
+}
+
+// The logic lives in a control window of the headless site.
+class BoundWidgetTest : public ::testing::Test {
+protected:
+    HeadlessSite site{nullptr};
     const WindowHandle control = site.CreateWindow(WindowRole::Control, 0, PixelRect{0, 0, 200, 100}, nullptr);
+};
+
+TEST_F(BoundWidgetTest, NavigatorShowsTheZonesStateAndPassesTheMouseToThePad) {
     NavigatorPad pad;
     ASSERT_TRUE(pad.Create(site, control, PixelRect{0, 0, 48, 48}));
     std::vector<std::pair<NavigatorPad::Zone, bool>> calls;
@@ -49,6 +66,30 @@ TEST(NavigatorWidgetTest, ShowsTheZonesStateAndPassesTheMouseToThePad) {
 
     Send(widget, QEvent::MouseButtonRelease, QPoint(24, 24), Qt::RightButton);
     EXPECT_EQ(pad.PressedZone(), NavigatorPad::Zone::None);
+}
+
+TEST_F(BoundWidgetTest, ToolsButtonPaintsTheCaptionAndPassesClicksToTheButton) {
+    CToolsCtrl button;
+    ASSERT_TRUE(button.Create(site, WindowRole::MenuButton, control, PixelRect{0, 0, 24, 20}, 105, ""));
+    int messages = 0;
+    button.SetOwner({[&messages](int32_t, int32_t, int32_t) { ++messages; }, nullptr, nullptr});
+
+    ToolsButtonWidget widget(nullptr);
+    widget.resize(24, 20);
+    widget.Bind(&button);
+    const QImage blank = widget.grab().toImage();
+    button.SetCaption("M");
+    const QImage captioned = widget.grab().toImage();
+    EXPECT_LT(DarkPixels(blank), 3);  // the bevel's darkest edge is not that dark
+    EXPECT_GT(DarkPixels(captioned), 10);
+
+    Send(widget, QEvent::MouseButtonPress, QPoint(5, 5), Qt::LeftButton);
+    EXPECT_TRUE(button.Pressed());
+    EXPECT_NE(widget.grab().toImage(), captioned);  // drawn sunken
+    Send(widget, QEvent::MouseButtonRelease, QPoint(5, 5), Qt::LeftButton);
+    EXPECT_FALSE(button.Pressed());
+    EXPECT_TRUE(button.ReleasedInside());
+    EXPECT_EQ(messages, 1);
 }
 
 }  // namespace
