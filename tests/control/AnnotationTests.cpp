@@ -4,8 +4,7 @@
 // through IDispatch; their records in plot files; their dialogs played by
 // the headless site.
 #include <cmath>
-#include <filesystem>
-#include <map>
+#include <tuple>
 
 #include "ControlFixture.h"
 #include "annotations/AnnotationActions.h"
@@ -20,41 +19,18 @@
 #include "annotations/RegionDialog.h"
 #include "control/HeadlessSite.h"
 #include "model/CGD_GraphObject.h"
+#include "support/TempDir.h"
+#include "ui/InfoEntryList.h"
 
 namespace vexplot::test {
 namespace {
 
-// The info window as the annotations see it: sections of lines.
-class RecordingInfo final : public IInfoWindow {
-public:
-    InfoSection AddSection(int32_t kind, std::string_view header, uint32_t) override {
-        sections[++next] = {std::string(header)};
-        kinds[next] = kind;
-        return next;
-    }
-    bool AddLine(InfoSection s, std::string_view text, uint32_t) override {
-        if (!sections.count(s)) return false;
-        sections[s].emplace_back(text);
-        return true;
-    }
-    bool SetLine(InfoSection s, int32_t index, std::string_view text, uint32_t) override {
-        if (!sections.count(s) || index < 1 || index >= static_cast<int32_t>(sections[s].size())) return false;
-        sections[s][static_cast<size_t>(index)] = std::string(text);
-        return true;
-    }
-    bool SetHeader(InfoSection s, std::string_view text, uint32_t) override {
-        if (!sections.count(s)) return false;
-        sections[s][0] = std::string(text);
-        return true;
-    }
-    bool RemoveSection(InfoSection s) override { return sections.erase(s) > 0; }
-    // Header then lines of the only section.
-    std::vector<std::string> Only() const { return sections.size() == 1 ? sections.begin()->second : std::vector<std::string>{}; }
-
-    std::map<InfoSection, std::vector<std::string>> sections;
-    std::map<InfoSection, int32_t> kinds;
-    InfoSection next = 0;
-};
+// The lines of an info window, as shown (tabs come out as three blanks).
+std::vector<std::string> Lines(const InfoEntryList& info) {
+    std::vector<std::string> lines;
+    for (const InfoEntry& e : info.Entries()) lines.push_back(e.text);
+    return lines;
+}
 
 class AnnotationTest : public ControlFixture {
 protected:
@@ -74,21 +50,10 @@ protected:
     }
     static Variant Call(IDispatch* object, const char* name, std::vector<Variant> args = {},
                         uint16_t flags = DISPATCH_METHOD, HRESULT* hr = nullptr) {
-        DISPID id = DISPID_UNKNOWN;
-        const char* names[] = {name};
-        EXPECT_EQ(object->GetIDsOfNames(GUID_NULL, names, 1, 0, &id), S_OK) << name;
-        std::reverse(args.begin(), args.end());
-        DISPID named = DISPID_PROPERTYPUT;
-        DispParams params{args.data(), flags == DISPATCH_PROPERTYPUT ? &named : nullptr,
-                          static_cast<uint32_t>(args.size()), flags == DISPATCH_PROPERTYPUT ? 1u : 0u};
-        Variant result;
-        const HRESULT r = object->Invoke(id, GUID_NULL, 0, flags, &params, &result, nullptr, nullptr);
-        if (hr) *hr = r;
-        else EXPECT_EQ(r, S_OK) << name;
-        return result;
+        return Dispatch(object, name, std::move(args), flags, hr);
     }
     static void Put(IDispatch* object, const char* name, Variant value) {
-        Call(object, name, {std::move(value)}, DISPATCH_PROPERTYPUT);
+        Dispatch(object, name, {std::move(value)}, DISPATCH_PROPERTYPUT);
     }
     // Position() of a marker wrapper: "ok x y z".
     static std::string Position(IDispatch* marker) {
@@ -141,13 +106,13 @@ TEST_F(AnnotationTest, RegionHitsItsBoxWithThreePixelsAndItsZIndicators) {
 }
 
 TEST_F(AnnotationTest, InfoTextsInEveryCoordinateOrder) {
-    RecordingInfo info;
+    InfoEntryList info;
     CGD_Marker marker;
     marker.Attach(control->GetEngine(), nullptr, control.Get());
     marker.SetPosition(1.5, 2, NoZValue);
     marker.AttachInfoWindow(&info);
     // A marker prints its Z even when it is the no-Z value.
-    EXPECT_EQ(info.Only(), (std::vector<std::string>{"Marker A:", "\tX(1.500000) Y(2.000000) Z(4294967295.000000)"}));
+    EXPECT_EQ(Lines(info), (std::vector<std::string>{"Marker A:", "   X(1.500000) Y(2.000000) Z(4294967295.000000)"}));
     EXPECT_EQ(marker.GetDescription(), "Marker A:\n\tX(1.500000) Y(2.000000) Z(4294967295.000000)\n");
     const auto xs = graph->GetXRange(), ys = graph->GetYRange();
     graph->SetOneDimensionalView(2);
@@ -156,46 +121,47 @@ TEST_F(AnnotationTest, InfoTextsInEveryCoordinateOrder) {
     EXPECT_EQ(marker.InfoLine(), "\tY(1.500000) Z(2.000000) X(" + CoordinateText::Fixed((xs.first + xs.last) / 2) + ")");
     graph->SetOneDimensionalView(0);
     marker.RemoveFromInfoWindow();
-    EXPECT_TRUE(info.sections.empty());
+    EXPECT_TRUE(info.Entries().empty());
 
     // Regions: " - " when the entry is made, " , " once rewritten.
     CGD_Region region;
     region.SetPosition(1, 2, 3);
     region.SetSecondCorner(4, 5, 6);
     region.AttachInfoWindow(&info);
-    EXPECT_EQ(info.Only(), (std::vector<std::string>{"Region:", "\tX(1.000000 - 4.000000)", "\tY(2.000000 - 5.000000)",
-                                                     "\tZ(3.000000 - 6.000000)"}));
+    EXPECT_EQ(Lines(info), (std::vector<std::string>{"Region:", "   X(1.000000 - 4.000000)",
+                                                     "   Y(2.000000 - 5.000000)", "   Z(3.000000 - 6.000000)"}));
     region.UpdateInfoWindow();
-    EXPECT_EQ(info.Only()[1], "\tX(1.000000 , 4.000000)");
+    EXPECT_EQ(Lines(info)[1], "   X(1.000000 , 4.000000)");
     EXPECT_EQ(region.GetDescription(),
               "Region:\n\tX(1.000000,4.000000)\n\tY(2.000000,5.000000)\n\tZ(3.000000,6.000000)\n");
     region.RemoveFromInfoWindow();
     // An internal region is never listed.
     CGD_Region(true).AttachInfoWindow(&info);
-    EXPECT_TRUE(info.sections.empty());
+    EXPECT_TRUE(info.Entries().empty());
 }
 
 TEST_F(AnnotationTest, TracersWriteDashesForNoZAndTheDistanceLeavesZOut) {
-    RecordingInfo info;
+    InfoEntryList info;
     CGD_Tracer tracer;
     tracer.AttachInfoWindow(&info);
-    EXPECT_EQ(info.Only(), (std::vector<std::string>{"Tracer:", "\tX(-) Y(-) Z(-)"}));
+    EXPECT_EQ(Lines(info), (std::vector<std::string>{"Tracer:", "   X(-) Y(-) Z(-)"}));
     tracer.SetPosition(1, 2, NoZValue);
     tracer.Draw();
-    EXPECT_EQ(info.Only()[1], "\tX(1.000000) Y(2.000000) Z(-)");
+    EXPECT_EQ(Lines(info)[1], "   X(1.000000) Y(2.000000) Z(-)");
     tracer.RemoveFromInfoWindow();
 
     CGD_DiffTracer diff;  // unattached: the fixed Z stays as given
     diff.SetPosition(0, 0, 1);
     diff.AttachInfoWindow(&info);
-    EXPECT_EQ(info.Only(), (std::vector<std::string>{"DeltaTracer:", "\tFixed: X(0.000000) Y(0.000000) Z(1.000000)",
-                                                     "\tCurrent: X(-) Y(-) Z(-)", "\tDelta: X(-) Y(-) Z(-)",
-                                                     "\tDistance: -"}));
+    EXPECT_EQ(Lines(info), (std::vector<std::string>{"DeltaTracer:", "   Fixed: X(0.000000) Y(0.000000) Z(1.000000)",
+                                                     "   Current: X(-) Y(-) Z(-)", "   Delta: X(-) Y(-) Z(-)",
+                                                     "   Distance: -"}));
     diff.SetCurrent(3, 4, NoZValue);
     diff.Draw();
-    EXPECT_EQ(info.Only()[2], "\tCurrent: X(3.000000) Y(4.000000) Z(-)");
-    EXPECT_EQ(info.Only()[3], "\tDelta: X(3.000000) Y(4.000000) Z(-)");
-    EXPECT_EQ(info.Only()[4], "\tDistance: 5.000000");
+    EXPECT_EQ(Lines(info), (std::vector<std::string>{"DeltaTracer:", "   Fixed: X(0.000000) Y(0.000000) Z(1.000000)",
+                                                     "   Current: X(3.000000) Y(4.000000) Z(-)",
+                                                     "   Delta: X(3.000000) Y(4.000000) Z(-)",
+                                                     "   Distance: 5.000000"}));
     diff.SetCurrent(3, 4, 100);
     EXPECT_EQ(diff.DeltaLine(), "\tDelta: X(3.000000) Y(4.000000) Z(99.000000)");
     EXPECT_EQ(diff.Distance(), 5.0);
@@ -232,11 +198,10 @@ TEST_F(AnnotationTest, PlotFilesKeepMarkersAndRegionsAndBringLabelsBackWithDefau
     CGD_Label* label = AnnotationActions::AddLabel(*control, "custom", 1, 1, 1);
     label->SetStyle(2);
     AnnotationActions::AddRegion(*control, 0, 0, 0, 1, 1, 0, true);  // the rubber band is not kept
-    const auto path = std::filesystem::temp_directory_path() / "annotations_roundtrip.vxg";
-    ASSERT_EQ(control->SaveSerialize(path.string()), 1);
+    const TempDir dir;
+    ASSERT_EQ(control->SaveSerialize(dir / "annotations.vxg"), 1);
     List().Clear();
-    ASSERT_TRUE(control->OpenPlotFile(path.string()));
-    std::filesystem::remove(path);
+    ASSERT_TRUE(control->OpenPlotFile(dir / "annotations.vxg"));
 
     ASSERT_EQ(List().Count(), 3);
     auto* m = dynamic_cast<CGD_Marker*>(List().At(0));
@@ -300,11 +265,7 @@ TEST_F(AnnotationTest, MarkerCollectionNamesAddsAndKeepsOrderOnRemoval) {
 }
 
 TEST_F(AnnotationTest, RegionSettersKeepTheirRulesAndRaiseDataSelect) {
-    auto sink = MakeComObject<RecordingEventSink>();
-    ComPtr<IConnectionPoint> point;
-    ASSERT_EQ(control->FindConnectionPoint(CUI_VexplotCtrl::kExEventsIid, point.ReleaseAndGetAddressOf()), S_OK);
-    uint32_t cookie = 0;
-    ASSERT_EQ(point->Advise(sink.Get(), &cookie), S_OK);
+    const auto sink = Advise();
     const ComPtr<IDispatch> regions = Collection(608);
     const ComPtr<IDispatch> region =
         Call(regions.Get(), "Add", {Variant(3.0), Variant(2.0), Variant(1.0), Variant(1.0), Variant(0.0), Variant(0.0)})
@@ -326,7 +287,6 @@ TEST_F(AnnotationTest, RegionSettersKeepTheirRulesAndRaiseDataSelect) {
     // Without data nothing can be marked: Add answers nothing.
     control->GetGraphObjects()->Clear();
     EXPECT_FALSE(Call(Collection(607).Get(), "Add", {Variant(0.0), Variant(0.0), Variant(0.0)}).Dispatch());
-    point->Unadvise(cookie);
 }
 
 TEST_F(AnnotationTest, PropertyDialogsApplyOnOkAndLeaveTheObjectOnCancel) {

@@ -87,6 +87,14 @@ const std::vector<FlatEntry> kExpectedMenu{
     {"", "&About", 57664, "About box"},
 };
 
+// The commands of the menu entries, in menu order.
+std::vector<int32_t> MenuCommands() {
+    std::vector<int32_t> commands;
+    for (const FlatEntry& entry : kExpectedMenu)
+        if (entry.command != 0) commands.push_back(entry.command);
+    return commands;
+}
+
 TEST(CommandTable, PopupMenuHasEveryEntryInOrderWithItsCommandAndPrompt) {
     const std::vector<FlatEntry> actual = Flatten(CommandTable::PopupMenu({}));
     ASSERT_EQ(actual.size(), kExpectedMenu.size());
@@ -103,10 +111,7 @@ TEST(CommandTable, PopupMenuAsksTheStateOncePerCommandAndAppliesIt) {
         return state;
     });
 
-    std::vector<int32_t> commands;
-    for (const FlatEntry& entry : kExpectedMenu)
-        if (entry.command != 0) commands.push_back(entry.command);
-    EXPECT_EQ(asked, commands);
+    EXPECT_EQ(asked, MenuCommands());
 
     std::set<int32_t> checked;
     std::set<int32_t> disabled;
@@ -205,9 +210,7 @@ TEST(CommandTable, EveryCommandHasAReadableNameAndAScriptName) {
         named.insert(c.command);
         EXPECT_TRUE(scriptNames.insert(c.name).second) << c.name;
     }
-    std::vector<int32_t> commands;
-    for (const FlatEntry& entry : kExpectedMenu)
-        if (entry.command != 0) commands.push_back(entry.command);
+    std::vector<int32_t> commands = MenuCommands();
     for (const auto& a : CommandTable::Accelerators()) commands.push_back(a.command);
     for (int32_t command : commands) {
         EXPECT_TRUE(named.count(command)) << command << " has no script name";

@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "ControlFixture.h"
 #include "control/CommandIds.h"
 #include "control/HeadlessSite.h"
+#include "support/TempDir.h"
 #include "ui/CMessageBoxExt.h"
 #include "ui/ControlPropertySheet.h"
 
@@ -21,10 +20,12 @@ protected:
         h.Construct();
         ASSERT_TRUE(h.control->Create(site, {0, 0, 400, 300}));
     }
-    Variant Property(const char* name) {
-        DISPID id = DISPID_UNKNOWN;
-        EXPECT_EQ(h.control->GetIDsOfNames(GUID_NULL, &name, 1, 0, &id), S_OK) << name;
-        return h.control->GetProperty(id);
+    Variant Property(const char* name) { return Dispatch(h.control.Get(), name, {}, DISPATCH_PROPERTYGET); }
+    // A filled sheet over the control, as its IDispatch, writing to `store`.
+    std::unique_ptr<ControlPropertySheet> Sheet(std::shared_ptr<SettingsStore> store) {
+        auto sheet = std::make_unique<ControlPropertySheet>(h.control.As<IDispatch>(), nullptr, std::move(store));
+        sheet->Fill();
+        return sheet;
     }
     // Runs the property sheet with `script` setting fields before it answers `answer`.
     int32_t RunSheet(std::function<void(ControlPropertySheet&)> script, int32_t answer = kAnswerOk) {
@@ -71,12 +72,22 @@ TEST_F(ControlDialogsTest, PropertySheetOkWritesEveryPageThroughTheProperties) {
     ASSERT_TRUE(key.Open("Legend"));
     EXPECT_EQ(key.ReadInt("MoveDirection"), 3);
 
-    // A second run shows what the first wrote.
-    RunSheet([](ControlPropertySheet& s) {
-        EXPECT_EQ(s.Value("XCamRotation").Bstr(), "-1");
-        EXPECT_EQ(s.Value("ZMajorTicks").Bstr(), "10");
-        EXPECT_FALSE(s.Changed());
-    }, kAnswerCancel);
+    // A second run shows what the first wrote; Cancel writes nothing.
+    EXPECT_EQ(RunSheet([](ControlPropertySheet& s) {
+                  EXPECT_EQ(s.Value("XCamRotation").Bstr(), "-1");
+                  EXPECT_EQ(s.Value("ZMajorTicks").Bstr(), "10");
+                  EXPECT_FALSE(s.Changed());
+                  s.SetValue("XCamRotation", Variant(std::string("0.75")));
+              }, kAnswerCancel),
+              kAnswerCancel);
+    EXPECT_EQ(Property("XCamRotation").R8(), -1.0);
+    // OK on a field out of range: refused with the message, nothing written.
+    EXPECT_EQ(RunSheet([](ControlPropertySheet& s) {
+                  s.SetValue("XCamRotation", Variant(std::string("0.75")));
+                  s.SetValue("XMajorTicks", Variant(std::string("0")));
+              }),
+              kAnswerCancel);
+    EXPECT_EQ(Property("XCamRotation").R8(), -1.0);
 }
 
 TEST_F(ControlDialogsTest, PropertySheetRefusesOutOfRangeFieldsAndWritesNothing) {
@@ -99,12 +110,11 @@ TEST_F(ControlDialogsTest, PropertySheetRefusesOutOfRangeFieldsAndWritesNothing)
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.property) + " = " + c.text.substr(0, 12));
-        ControlPropertySheet sheet(ComPtr<IDispatch>(static_cast<IDispatch*>(h.control.Get())), nullptr, h.store);
-        sheet.Fill();
+        const auto sheet = Sheet(h.store);
         const int32_t before = Property("BackgroundColor").I4();
-        sheet.SetValue("BackgroundColor", Variant(before ^ 0xFF));
-        sheet.SetValue(c.property, Variant(c.text));
-        const auto problem = sheet.Apply();
+        sheet->SetValue("BackgroundColor", Variant(before ^ 0xFF));
+        sheet->SetValue(c.property, Variant(c.text));
+        const auto problem = sheet->Apply();
         if (*c.message == '\0') {
             EXPECT_FALSE(problem);
             continue;
@@ -117,58 +127,36 @@ TEST_F(ControlDialogsTest, PropertySheetRefusesOutOfRangeFieldsAndWritesNothing)
     }
 }
 
-TEST_F(ControlDialogsTest, PropertySheetCancelAndBadScriptsChangeNothing) {
-    const double rotation = Property("XCamRotation").R8();
-    EXPECT_EQ(RunSheet([](ControlPropertySheet& s) { s.SetValue("XCamRotation", Variant(std::string("0.75"))); },
-                       kAnswerCancel),
-              kAnswerCancel);
-    EXPECT_EQ(Property("XCamRotation").R8(), rotation);
-    // OK on a field out of range: refused with the message, nothing written.
-    EXPECT_EQ(RunSheet([](ControlPropertySheet& s) {
-                  s.SetValue("XCamRotation", Variant(std::string("0.75")));
-                  s.SetValue("XMajorTicks", Variant(std::string("0")));
-              }),
-              kAnswerCancel);
-    EXPECT_EQ(Property("XCamRotation").R8(), rotation);
-}
-
 TEST_F(ControlDialogsTest, PropertySheetListsEnginesAndStoresTheChosenFont) {
     h.InstallEngine("Zeta");
-    ControlPropertySheet sheet(ComPtr<IDispatch>(static_cast<IDispatch*>(h.control.Get())), nullptr, h.store);
-    sheet.Fill();
-    EXPECT_EQ(sheet.Engines(), (std::vector<std::string>{"OpenGL", "Zeta"}));
-    EXPECT_EQ(sheet.Value("Engine").Bstr(), "OpenGL");
-    EXPECT_EQ(sheet.FontDescription(), "Arial, 8, Normal");
+    const auto sheet = Sheet(h.store);
+    EXPECT_EQ(sheet->Engines(), (std::vector<std::string>{"OpenGL", "Zeta"}));
+    EXPECT_EQ(sheet->Value("Engine").Bstr(), "OpenGL");
+    EXPECT_EQ(sheet->FontDescription(), "Arial, 8, Normal");
 
     LogicalFont font;
     font.face = "DejaVu Sans";
     font.weight = 700;
     font.italic = true;
-    sheet.ChooseFont(font, 12);
-    EXPECT_EQ(sheet.FontDescription(), "DejaVu Sans, 12, Bold, Italic");
-    ASSERT_FALSE(sheet.Apply());
+    sheet->ChooseFont(font, 12);
+    EXPECT_EQ(sheet->FontDescription(), "DejaVu Sans, 12, Bold, Italic");
+    ASSERT_FALSE(sheet->Apply());
     EXPECT_EQ(Property("InfoFont").Bstr(), "DejaVu Sans");
     // The record holds size and style as well, for the next info window.
-    ControlPropertySheet again(ComPtr<IDispatch>(static_cast<IDispatch*>(h.control.Get())), nullptr, h.store);
-    again.Fill();
-    EXPECT_EQ(again.FontDescription(), "DejaVu Sans, 12, Bold, Italic");
+    EXPECT_EQ(Sheet(h.store)->FontDescription(), "DejaVu Sans, 12, Bold, Italic");
 }
 
 TEST_F(ControlDialogsTest, PropertySheetOnAStoreThatCannotBeWrittenChangesNothing) {
-    const auto dir = std::filesystem::temp_directory_path() / ("vexplot-sheet-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir);
-    std::ofstream(dir / "broken.db") << "this is not a settings database";
-    auto broken = SettingsStore::OpenUnshared((dir / "broken.db").string());
-    ControlPropertySheet sheet(ComPtr<IDispatch>(static_cast<IDispatch*>(h.control.Get())), nullptr, broken);
-    sheet.Fill();
+    const TempDir dir;
+    dir.Write("broken.db", "this is not a settings database");
+    const auto sheet = Sheet(SettingsStore::OpenUnshared(dir / "broken.db"));
     const double rotation = Property("XCamRotation").R8();
-    sheet.SetValue("XCamRotation", Variant(std::string("0.5")));
-    sheet.DefaultFont();
-    const auto problem = sheet.Apply();
+    sheet->SetValue("XCamRotation", Variant(std::string("0.5")));
+    sheet->DefaultFont();
+    const auto problem = sheet->Apply();
     ASSERT_TRUE(problem);
     EXPECT_NE(problem->message.find("cannot be written"), std::string::npos);
     EXPECT_EQ(Property("XCamRotation").R8(), rotation);
-    std::filesystem::remove_all(dir);
 }
 
 TEST_F(ControlDialogsTest, MaximizeViewShowsItsMessageUntilTickedAndSwitchesBack) {

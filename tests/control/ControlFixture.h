@@ -1,13 +1,16 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "RecordingSite.h"
 #include "com/ClassRegistry.h"
+#include "com/ConnectionPoint.h"
 #include "com/IDispatch.h"
 #include "control/CUI_VexplotCtrl.h"
 #include "control/StringTable.h"
@@ -61,11 +64,37 @@ public:
         Event e{id, {}};
         for (uint32_t i = p ? p->argCount : 0; i-- > 0;) e.args.push_back(p->args[i].Deref());
         events.push_back(std::move(e));
+        for (uint32_t i = 0; reply && p && i < p->argCount; ++i) {
+            const Variant& arg = p->args[i];
+            if (arg.IsByRef() && arg.Deref().Type() == VT_BSTR) return arg.AssignThroughRef(Variant(*reply));
+        }
         return S_OK;
     }
 
     std::vector<Event> events;
+    // Set: written back through a by-reference text argument, as a host
+    // answers an event that asks for a text.
+    std::optional<std::string> reply;
 };
+
+// Calls member `name` of `object` as an automation client does: arguments
+// in natural order (Invoke takes them last first), a put value passed as
+// the named DISPID_PROPERTYPUT argument. Anything but S_OK fails the test
+// unless `hr` is given to take the answer.
+inline Variant Dispatch(IDispatch* object, const char* name, std::vector<Variant> args = {},
+                        uint16_t flags = DISPATCH_METHOD, HRESULT* hr = nullptr) {
+    DISPID id = DISPID_UNKNOWN;
+    EXPECT_EQ(object->GetIDsOfNames(GUID_NULL, &name, 1, 0, &id), S_OK) << name;
+    std::reverse(args.begin(), args.end());
+    const DISPID named = DISPID_PROPERTYPUT;
+    const bool put = flags == DISPATCH_PROPERTYPUT;
+    DispParams params{args.data(), put ? &named : nullptr, static_cast<uint32_t>(args.size()), put ? 1u : 0u};
+    Variant result;
+    const HRESULT r = object->Invoke(id, GUID_NULL, 0, flags, &params, &result, nullptr, nullptr);
+    if (hr) *hr = r;
+    else EXPECT_EQ(r, S_OK) << name;
+    return result;
+}
 
 // A control on a recording site, its settings in a fresh in-memory store,
 // with the recording engine registered (installed as "OpenGL" by
@@ -121,6 +150,21 @@ struct ControlHarness {
         return control->GetGraphObjects()->Active();
     }
     RecordingView& View() { return *factory->engine->view; }
+    // A sink advised on the control's events of `iid` (the current ones by default).
+    ComPtr<RecordingEventSink> Advise(const IID& iid = CUI_VexplotCtrl::kExEventsIid) {
+        auto sink = MakeComObject<RecordingEventSink>();
+        uint32_t cookie = 0;
+        EXPECT_EQ(ConnectionAdvise(control->Identity(), iid, sink.Get(), &cookie), S_OK);
+        return sink;
+    }
+    // Calls the control's member `name` through its dispatch interface.
+    Variant Method(const char* name, std::vector<Variant> args = {}) {
+        return Dispatch(control.Get(), name, std::move(args));
+    }
+    // From now on the control's error events land in `errors`.
+    void ListenForErrors() {
+        control->OnError([this](HRESULT code, const std::string& text) { errors.push_back({code, text}); });
+    }
     // The recorded calls whose name starts with `prefix`.
     std::vector<std::string> Calls(const std::string& prefix) const {
         std::vector<std::string> out;
@@ -134,8 +178,19 @@ struct ControlHarness {
     ComPtr<RecordingEngineFactory> factory = MakeComObject<RecordingEngineFactory>(log);
     RecordingSite site{log};
     ComPtr<CUI_VexplotCtrl> control;
+    struct HeardError {
+        HRESULT code;
+        std::string text;
+    };
+    std::vector<HeardError> errors;  // see ListenForErrors
 };
 
 class ControlFixture : public ::testing::Test, public ControlHarness {};
+
+// A created control on the recording engine in every test.
+class WorkingControl : public ControlFixture {
+protected:
+    void SetUp() override { CreateWorking(); }
+};
 
 }  // namespace vexplot::test

@@ -2,7 +2,6 @@
 #include <sstream>
 
 #include "ControlFixture.h"
-#include "com/ConnectionPoint.h"
 #include "support/Grid.h"
 
 namespace vexplot::test {
@@ -10,20 +9,26 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-TEST_F(ControlFixture, GraphModeTableAndItsAsymmetry) {
-    CreateWorking();
+// The setters are called as scripts call them: text and floating-point
+// numbers convert to the declared integer type.
+TEST_F(WorkingControl, GraphModeTableAndItsAsymmetry) {
     ShowGrid();
     struct Case {
-        int32_t mode;
+        const char* setter;
+        Variant mode;
         int32_t readBack;
         int32_t viewMode;
     };
-    // Points (2) read back as 0, as hosts have always seen it.
-    const Case cases[] = {{0, 0, 1}, {1, 1, 1}, {2, 0, 1}, {3, 3, 0}, {4, 4, 0}, {1, 1, 1}};
+    // Points (2) read back as 0, as hosts have always seen it. The older
+    // interface's graph style is the same member.
+    const Case cases[] = {{"SetGraphMode", Variant("0"), 0, 1},        {"SetGraphMode", Variant("1"), 1, 1},
+                          {"SetGraphMode", Variant(int16_t{2}), 0, 1}, {"SetGraphStyle", Variant(3.0), 3, 0},
+                          {"SetGraphMode", Variant(int32_t{4}), 4, 0}, {"SetGraphMode", Variant(1.0), 1, 1}};
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.mode);
-        control->SetGraphMode(c.mode);
-        EXPECT_EQ(control->GetGraphMode(), c.readBack);
+        SCOPED_TRACE(testing::Message() << c.setter << " " << c.readBack);
+        Method(c.setter, {c.mode});
+        EXPECT_EQ(Method("GetGraphMode").I4(), c.readBack);
+        EXPECT_EQ(Method("GetGraphStyle").I4(), c.readBack);
         EXPECT_EQ(control->GetViewMode(), c.viewMode);
     }
     log->calls.clear();
@@ -31,22 +36,18 @@ TEST_F(ControlFixture, GraphModeTableAndItsAsymmetry) {
     EXPECT_EQ(Calls("view.SetGraphStyle"), (Strings{"view.SetGraphStyle(4)"}));
 }
 
-TEST_F(ControlFixture, InvalidGraphModeRaisesTheErrorEventAtEverySink) {
-    CreateWorking();
+TEST_F(WorkingControl, InvalidGraphModeRaisesTheErrorEventAtEverySink) {
     ShowGrid();
-    auto older = MakeComObject<RecordingEventSink>();
-    auto current = MakeComObject<RecordingEventSink>();
-    uint32_t cookie = 0;
-    ASSERT_EQ(ConnectionAdvise(control->Identity(), CUI_VexplotCtrl::kEventsIid, older.Get(), &cookie), S_OK);
-    ASSERT_EQ(ConnectionAdvise(control->Identity(), CUI_VexplotCtrl::kExEventsIid, current.Get(), &cookie), S_OK);
-    std::vector<std::string> heard;
-    control->OnError([&](HRESULT, const std::string& text) { heard.push_back(text); });
+    const auto older = Advise(CUI_VexplotCtrl::kEventsIid);
+    const auto current = Advise();
+    ListenForErrors();
     const int32_t before = control->GetGraphMode();
 
     control->SetGraphMode(5);
 
     EXPECT_EQ(control->GetGraphMode(), before);
-    EXPECT_EQ(heard, (Strings{"Sorry, property value isn't valid."}));
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_EQ(errors[0].text, "Sorry, property value isn't valid.");
     for (RecordingEventSink* sink : {older.Get(), current.Get()}) {
         ASSERT_EQ(sink->events.size(), 1u);
         const auto& e = sink->events[0];
@@ -60,19 +61,19 @@ TEST_F(ControlFixture, InvalidGraphModeRaisesTheErrorEventAtEverySink) {
     EXPECT_FALSE(Calls("view.Refresh").empty());
 }
 
-TEST_F(ControlFixture, ShadingModeAcceptsOneAndTwoAndRedrawsOnlyIn2D) {
-    CreateWorking();
+TEST_F(WorkingControl, ShadingModeAcceptsOneAndTwoAndRedrawsOnlyIn2D) {
     EXPECT_EQ(control->GetShadingMode(), 1);  // no graph object
     ShowGrid();
     struct Case {
-        int16_t value;
+        Variant value;
         int16_t readBack;
     };
-    const Case cases[] = {{2, 2}, {3, 2}, {0, 2}, {1, 1}, {-1, 1}};
+    const Case cases[] = {{Variant("2"), 2}, {Variant(3.0), 2}, {Variant("0"), 2}, {Variant(int32_t{1}), 1},
+                          {Variant(int16_t{-1}), 1}};
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.value);
-        control->SetShadingMode(c.value);
-        EXPECT_EQ(control->GetShadingMode(), c.readBack);
+        SCOPED_TRACE(c.readBack);
+        Method("SetShadingMode", {c.value});
+        EXPECT_EQ(Method("GetShadingMode").I2(), c.readBack);
     }
 
     log->calls.clear();
@@ -87,34 +88,40 @@ TEST_F(ControlFixture, ShadingModeAcceptsOneAndTwoAndRedrawsOnlyIn2D) {
     EXPECT_FALSE(Calls("site.Invalidate").empty());
 }
 
-TEST_F(ControlFixture, MethodsWithoutAGraphObjectAnswerEmpty) {
-    CreateWorking();
+// The ranges come back through references, as an automation client asks
+// for them: a FALSE answer leaves the caller's values alone.
+TEST_F(WorkingControl, MethodsWithoutAGraphObjectAnswerEmpty) {
     double a = 7.0;
     double b = 7.0;
-    EXPECT_FALSE(control->GetXRange(&a, &b));
-    EXPECT_FALSE(control->GetYRange(&a, &b));
+    for (const char* range : {"GetXRange", "GetYRange", "GetZRange"}) {
+        const Variant answer = Method(range, {Variant::Ref(&a), Variant::Ref(&b)});
+        EXPECT_EQ(answer.Type(), VT_BOOL) << range;
+        EXPECT_FALSE(answer.BoolValue()) << range;
+    }
     EXPECT_EQ(control->GetZRange(&a, &b), S_FALSE);
     EXPECT_EQ(a, 7.0);
+    EXPECT_EQ(b, 7.0);
     EXPECT_EQ(control->GetLowResolution(), 0);
     EXPECT_EQ(control->GetGraphMode(), 0);
     control->Enable1DView(1, 1);
     EXPECT_EQ(control->GetViewMode(), 1);  // nothing to show in 1-D: no switch
 }
 
-TEST_F(ControlFixture, SetDataShowsTheGridWithItsRanges) {
-    CreateWorking();
+TEST_F(WorkingControl, SetDataShowsTheGridWithItsRanges) {
     std::vector<double> z = {1, 2, 3, -4, 5, 6};
     const std::vector<double> xs = {10, 20, 30};
     const std::vector<double> ys = {-1, 1};
     ASSERT_EQ(control->SetData(CreateGraphData(z, 3, 2, xs, ys, "t", "d", "v").Get()), S_OK);
+    // A reference to a Variant, as script clients pass it, takes the value too.
     double lo = 0.0;
-    double hi = 0.0;
-    ASSERT_TRUE(control->GetXRange(&lo, &hi));
-    EXPECT_EQ(lo, 10.0);
-    EXPECT_EQ(hi, 30.0);
-    ASSERT_EQ(control->GetZRange(&lo, &hi), S_OK);
-    EXPECT_EQ(lo, -4.0);
-    EXPECT_EQ(hi, 6.0);
+    Variant hi;
+    const auto range = [&](const char* name) {
+        EXPECT_TRUE(Method(name, {Variant::Ref(&lo), Variant::Ref(&hi)}).BoolValue()) << name;
+        return std::pair{lo, hi.Deref().R8()};
+    };
+    EXPECT_EQ(range("GetXRange"), std::pair(10.0, 30.0));
+    EXPECT_EQ(range("GetYRange"), std::pair(-1.0, 1.0));
+    EXPECT_EQ(range("GetZRange"), std::pair(-4.0, 6.0));
     // The first graph object is layer 0; the data set's labels reach both surfaces.
     EXPECT_FALSE(Calls("view.SelectLayer(0)").empty());
     EXPECT_FALSE(Calls("view.SetAxisLabel(0,t)").empty());
@@ -139,8 +146,7 @@ std::pair<double, double> TickEnds(const std::vector<std::string>& calls) {
     return {std::stod(args[2]), std::stod(args[3])};
 }
 
-TEST_F(ControlFixture, TheBoxAxesSpanEveryObjectAndTheFlatViewTheActiveOne) {
-    CreateWorking();
+TEST_F(WorkingControl, TheBoxAxesSpanEveryObjectAndTheFlatViewTheActiveOne) {
     const std::vector<double> small = {0, 0.5, 1, 0.25};
     const std::vector<double> tall = {-40, 10, 90, 0};
     const std::vector<double> unit = {0, 1};
@@ -173,8 +179,7 @@ TEST_F(ControlFixture, TheBoxAxesSpanEveryObjectAndTheFlatViewTheActiveOne) {
     EXPECT_LE(onlyHigh, 2.0);
 }
 
-TEST_F(ControlFixture, CopyArrayDataNeedsTwoColumnsAndNumbersItsScales) {
-    CreateWorking();
+TEST_F(WorkingControl, CopyArrayDataNeedsTwoColumnsAndNumbersItsScales) {
     EXPECT_EQ(control->CopyArrayData(Variant(MakeGrid(1, 5, 2.0))), S_FALSE);
     EXPECT_EQ(control->GetGraphObjects()->Count(), 0);
     EXPECT_EQ(control->CopyAxisScaleData(0, Variant(SafeArray::Create1D(3))), S_FALSE);  // no data object yet
@@ -196,8 +201,7 @@ TEST_F(ControlFixture, CopyArrayDataNeedsTwoColumnsAndNumbersItsScales) {
     EXPECT_LT(control->CopyAxisScaleData(1, Variant(SafeArray::FromValues(scale))), 0);
 }
 
-TEST_F(ControlFixture, OneDimensionalViewSettersKeepToTheirRanges) {
-    CreateWorking();
+TEST_F(WorkingControl, OneDimensionalViewSettersKeepToTheirRanges) {
     CGD_GraphObject* graph = ShowGrid();
     ASSERT_NE(graph, nullptr);
     // Not in the 1-D view yet: everything is ignored.
@@ -211,39 +215,36 @@ TEST_F(ControlFixture, OneDimensionalViewSettersKeepToTheirRanges) {
     EXPECT_EQ(graph->OneDimensionalView(), 2);
     EXPECT_EQ(Calls("view.SetDataVisible").back(), "view.SetDataVisible(0)");
 
+    // Each value is called as a script calls it; an accepted one changes the
+    // drawing and sends the section with it (last), a refused one changes
+    // nothing.
     struct Case {
-        const char* name;
-        std::function<void()> call;
-        std::function<bool(const CGD_GraphObject::DrawingSettings&)> changed;
-        bool accepted;
+        const char* setter;
+        Variant value;
+        const char* section;  // null: refused
     };
-    auto& c0 = *control;
     const Case cases[] = {
-        {"secant 100", [&] { c0.SetSecantPlane1DView(100.0); }, [](auto& d) { return d.secantPosition == 100.0; }, true},
-        {"secant 0", [&] { c0.SetSecantPlane1DView(0.0); }, [](auto& d) { return d.secantPosition == 0.0; }, true},
-        {"secant above", [&] { c0.SetSecantPlane1DView(100.5); }, [](auto& d) { return d.secantPosition == 100.5; }, false},
-        {"secant below", [&] { c0.SetSecantPlane1DView(-0.1); }, [](auto& d) { return d.secantPosition < 0; }, false},
-        {"plot style 3", [&] { c0.SetPlotStyle1DView(3); }, [](auto& d) { return d.plotStyle == 3; }, true},
-        {"plot style 4", [&] { c0.SetPlotStyle1DView(4); }, [](auto& d) { return d.plotStyle == 4; }, false},
-        {"point style 6", [&] { c0.SetPointStyle1DView(6); },
-         [](auto& d) { return d.pointStyle == PointStyle::Star; }, true},
-        {"point style 7", [&] { c0.SetPointStyle1DView(7); },
-         [](auto& d) { return static_cast<int>(d.pointStyle) == 7; }, false},
-        {"point style -1", [&] { c0.SetPointStyle1DView(-1); },
-         [](auto& d) { return static_cast<int>(d.pointStyle) == -1; }, false},
-        {"curve colour", [&] { c0.SetCurveColor1DView(0x123456); }, [](auto& d) { return d.curveColor == 0x123456; },
-         true},
+        {"SetSecantPlane1DView", Variant(100.0), "device.SetSection(2,2,0,16777215,100)"},
+        {"SetSecantPlane1DView", Variant("0"), "device.SetSection(2,2,0,16777215,0)"},
+        {"SetSecantPlane1DView", Variant(100.5), nullptr},
+        {"SetSecantPlane1DView", Variant(-0.1), nullptr},
+        {"SetPlotStyle1DView", Variant(int32_t{3}), "device.SetSection(2,3,0,16777215,0)"},
+        {"SetPlotStyle1DView", Variant(int16_t{4}), nullptr},
+        {"SetPointStyle1DView", Variant(6.0), "device.SetSection(2,3,6,16777215,0)"},
+        {"SetPointStyle1DView", Variant(int16_t{7}), nullptr},
+        {"SetPointStyle1DView", Variant(int16_t{-1}), nullptr},
+        {"SetCurveColor1DView", Variant(int32_t{0x123456}), "device.SetSection(2,3,6,1193046,0)"},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(testing::Message() << "row " << (&c - cases));
         log->calls.clear();
-        c.call();
-        EXPECT_EQ(c.changed(graph->Drawing()), c.accepted);
-        EXPECT_EQ(Calls("device.SetSection").empty(), !c.accepted);
+        const CGD_GraphObject::DrawingSettings before = graph->Drawing();
+        Method(c.setter, {c.value});
+        EXPECT_EQ(graph->Drawing() == before, c.section == nullptr);
+        const Strings sent = Calls("device.SetSection");
+        EXPECT_EQ(sent.empty() ? "refused" : sent.back(), c.section ? c.section : "refused");
     }
-    // The section sent last carries the accepted values.
-    control->SetPlotStyle1DView(1);
-    EXPECT_EQ(Calls("device.SetSection").back(), "device.SetSection(2,1,6,1193046,0)");
+    EXPECT_EQ(graph->Drawing().pointStyle, PointStyle::Star);
 
     control->Enable1DView(0, 0);
     EXPECT_EQ(graph->OneDimensionalView(), 0);
@@ -251,63 +252,39 @@ TEST_F(ControlFixture, OneDimensionalViewSettersKeepToTheirRanges) {
     EXPECT_EQ(graph->OneDimensionalView(), 0);
 }
 
-TEST_F(ControlFixture, CameraSettersReadModifyWriteTheRecord) {
-    CreateWorking();
+// Each setter writes the whole record it is part of, the other members
+// as they were; the getter reads the member back.
+TEST_F(WorkingControl, CameraSettersReadModifyWriteTheRecord) {
     struct Case {
-        const char* name;
-        std::function<void(CUI_VexplotCtrl&)> set;
-        std::function<double(CUI_VexplotCtrl&)> get;
+        const char* setter;
+        const char* getter;
+        double value;
         const char* written;
     };
     const Case cases[] = {
-        {"position y", [](auto& c) { c.SetCamYPosition(9.0); }, [](auto& c) { return c.GetCamYPosition(); },
-         "view.SetCameraPosition(1,9,3,1)"},
-        {"position z", [](auto& c) { c.SetCamZPosition(-2.0); }, [](auto& c) { return c.GetCamZPosition(); },
-         "view.SetCameraPosition(1,9,-2,1)"},
-        {"centre x", [](auto& c) { c.SetCamXCenter(4.0); }, [](auto& c) { return c.GetCamXCenter(); },
-         "view.SetCameraCenter(4,0,0,1)"},
-        {"distance", [](auto& c) { c.SetCamDist(12.0f); }, [](auto& c) { return c.GetCamDist(); },
-         "view.SetDistance(12)"},
-        {"azimuth", [](auto& c) { c.SetCamAzim(45.0f); }, [](auto& c) { return c.GetCamAzim(); },
-         "view.SetAzimuth(45)"},
+        {"SetCamYPosition", "GetCamYPosition", 9.0, "view.SetCameraPosition(1,9,3,1)"},
+        {"SetCamZPosition", "GetCamZPosition", -2.0, "view.SetCameraPosition(1,9,-2,1)"},
+        {"SetCamXCenter", "GetCamXCenter", 4.0, "view.SetCameraCenter(4,0,0,1)"},
+        {"SetCamDist", "GetCamDist", 12.0, "view.SetDistance(12)"},
+        {"SetCamAzim", "GetCamAzim", 45.0, "view.SetAzimuth(45)"},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(c.setter);
         log->calls.clear();
-        c.set(*control);
-        const Strings writes = [&] {
-            Strings w;
-            for (const std::string& call : log->calls)
-                for (const char* prefix : {"view.SetCamera", "view.SetDistance", "view.SetAzimuth"})
-                    if (call.rfind(prefix, 0) == 0) w.push_back(call);
-            return w;
-        }();
-        ASSERT_EQ(writes.size(), 1u);
-        EXPECT_EQ(writes[0], c.written);
+        Method(c.setter, {Variant(c.value)});
+        Strings writes;
+        for (const char* prefix : {"view.SetCamera", "view.SetDistance", "view.SetAzimuth"})
+            for (const std::string& call : Calls(prefix)) writes.push_back(call);
+        EXPECT_EQ(writes, Strings{c.written});
         // In 3-D mode the view is laid out and redrawn after the change.
         EXPECT_FALSE(Calls("view.Update").empty());
-        EXPECT_NE(c.get(*control), 0.0);
+        Variant number;
+        ASSERT_EQ(Method(c.getter).ChangeType(VT_R8, &number), S_OK);
+        EXPECT_EQ(number.R8(), c.value);
     }
-    EXPECT_EQ(control->GetCamYPosition(), 9.0);
-    EXPECT_EQ(control->GetCamZPosition(), -2.0);
 }
 
-TEST_F(ControlFixture, RetrieveBitmapRendersTheCurrentViewAtItsWindowSize) {
-    CreateWorking();
-    EXPECT_EQ(control->RetrieveBitmap(), 1);
-    EXPECT_EQ(Calls("view.RenderToImage").size(), 1u);
-    EXPECT_EQ(Calls("site.CreateBitmap"), (Strings{"site.CreateBitmap(400,260)"}));
-
-    control->SetViewMode(0);
-    log->failures["device.RenderToImage"] = E_OUTOFMEMORY;
-    std::vector<HRESULT> errors;
-    control->OnError([&](HRESULT code, const std::string&) { errors.push_back(code); });
-    EXPECT_EQ(control->RetrieveBitmap(), 0);
-    EXPECT_EQ(errors, (std::vector<HRESULT>{E_OUTOFMEMORY}));
-}
-
-TEST_F(ControlFixture, SetActiveChangesNothing) {
-    CreateWorking();
+TEST_F(WorkingControl, SetActiveChangesNothing) {
     ShowGrid();
     const CGD_GraphObject* before = control->GetGraphObjects()->Active();
     control->SetActive(CreateGraphData(std::vector<double>(4, 0.0), 2, 2).Get());

@@ -34,15 +34,8 @@ private:
     std::filesystem::path previous_;
 };
 
-struct HeardError {
-    HRESULT code;
-    std::string text;
-};
-
-class ControlStateTest : public ControlFixture {
+class ControlStateTest : public WorkingControl {
 protected:
-    void SetUp() override { CreateWorking(); }
-
     // Replaces the control with a new one at `rect` on the same site and store.
     void Recreate(PixelRect rect = {0, 0, 400, 300}) {
         control->Destroy();
@@ -50,10 +43,7 @@ protected:
         Construct();
         ASSERT_TRUE(control->Create(site, rect));
         errors.clear();
-        Listen();
-    }
-    void Listen() {
-        control->OnError([this](HRESULT code, const std::string& text) { errors.push_back({code, text}); });
+        ListenForErrors();
     }
     // A control reads more than the header only after it saved to a file.
     void ArmFileFlag() { ASSERT_EQ(control->SaveSerialize(dir / "scratch.vxg"), 1); }
@@ -81,13 +71,12 @@ protected:
     }
 
     TempDir dir{"vexplot-state"};
-    std::vector<HeardError> errors;
 };
 
 // -- the two entry points' guards and containers --
 
 TEST_F(ControlStateTest, OnlySourceTypesOneAndTwoWithASourceDoAnything) {
-    Listen();
+    ListenForErrors();
     ScopedWorkingDirectory cwd(dir.Path());
     const std::string file = dir / "state.bin";
     struct Case {
@@ -105,24 +94,8 @@ TEST_F(ControlStateTest, OnlySourceTypesOneAndTwoWithASourceDoAnything) {
     EXPECT_TRUE(errors.empty());
 }
 
-TEST_F(ControlStateTest, RegistrySaveLeavesTheTemporaryFileHoldingTheStoredBytes) {
-    ScopedWorkingDirectory cwd(dir.Path());
-    ArmFileFlag();
-    MakeDistinctivePlot();
-    control->SaveControlState(kStateKey, 1);
-
-    EXPECT_EQ(control->LastStateFailure(), 0);
-    const Bytes stored = StoredState();
-    const std::string tmp = dir.Read("serialize.tmp");
-    ASSERT_GT(stored.size(), 100u);
-    EXPECT_EQ(Bytes(tmp.begin(), tmp.end()), stored);
-    CRegistryKey key(nullptr, store);
-    ASSERT_NE(key.OpenUnder(RootKey::CurrentUser, kStateKey), 0);
-    EXPECT_EQ(key.ReadInt("ControlStateSize"), static_cast<int32_t>(stored.size()));
-}
-
 TEST_F(ControlStateTest, RegistryLoadReportsTheStepThatFailed) {
-    Listen();
+    ListenForErrors();
     ScopedWorkingDirectory cwd(dir.Path());
     ArmFileFlag();
     struct Case {
@@ -308,17 +281,26 @@ TEST_F(ControlStateTest, OutOfRangeAxisValuesDrawBoundedAndSavePlotsThatLoad) {
     EXPECT_NE(std::find(calls.begin(), calls.end(), "view.SetDetailBudget(0)"), calls.end());
 }
 
-// The registry path's temporary file never writes through a link planted
-// under its name.
-TEST_F(ControlStateTest, TheTemporaryFileIsNeverWrittenThroughALink) {
+// The registry path leaves its temporary file holding the stored bytes, and
+// never writes through a link planted under its name.
+TEST_F(ControlStateTest, TheTemporaryFileHoldsTheStoredBytesAndIsNeverALink) {
     ScopedWorkingDirectory cwd(dir.Path());
     dir.Write("victim.txt", "keep me");
     std::filesystem::create_symlink(dir / "victim.txt", dir / "serialize.tmp");
+    ArmFileFlag();
+    MakeDistinctivePlot();
     control->SaveControlState(kStateKey, 1);
     EXPECT_EQ(control->LastStateFailure(), 0);
     EXPECT_EQ(dir.Read("victim.txt"), "keep me");
     EXPECT_FALSE(std::filesystem::is_symlink(dir / "serialize.tmp"));
-    EXPECT_EQ(StoredState().size(), std::filesystem::file_size(dir / "serialize.tmp"));
+
+    const Bytes stored = StoredState();
+    const std::string tmp = dir.Read("serialize.tmp");
+    ASSERT_GT(stored.size(), 100u);
+    EXPECT_EQ(Bytes(tmp.begin(), tmp.end()), stored);
+    CRegistryKey key(nullptr, store);
+    ASSERT_NE(key.OpenUnder(RootKey::CurrentUser, kStateKey), 0);
+    EXPECT_EQ(key.ReadInt("ControlStateSize"), static_cast<int32_t>(stored.size()));
 }
 
 // The settings block byte for byte, written out here by hand from its
@@ -430,7 +412,7 @@ TEST_F(ControlStateTest, DamagedPlotFilesAreReportedAndLeaveAUsableControl) {
 }
 
 TEST_F(ControlStateTest, AFileThatCannotBeOpenedRaisesTheErrorEventNamingIt) {
-    Listen();
+    ListenForErrors();
     ::mkfifo((dir / "fifo.vxg").c_str(), 0600);
     EXPECT_EQ(control->LoadSerialize(dir / "missing.vxg"), 0);
     EXPECT_EQ(control->SaveSerialize(dir / "no-such-folder/plot.vxg"), 0);
@@ -444,7 +426,7 @@ TEST_F(ControlStateTest, AFileThatCannotBeOpenedRaisesTheErrorEventNamingIt) {
 }
 
 TEST_F(ControlStateTest, FailedSaveLeavesThePreviousFileIntact) {
-    Listen();
+    ListenForErrors();
     ShowGrid(40, 40);
     const std::string path = dir / "plot.vxg";
     ASSERT_EQ(control->SaveSerialize(path), 1);
@@ -488,15 +470,8 @@ TEST_F(ControlStateTest, FailedSaveLeavesThePreviousFileIntact) {
 
 TEST_F(ControlStateTest, DispatchRowsReachTheStateMethods) {
     ScopedWorkingDirectory cwd(dir.Path());
-    auto invoke = [&](const char* name, std::vector<Variant> args) {
-        const char* names[] = {name};
-        DISPID id = 0;
-        EXPECT_EQ(control->GetIDsOfNames(GUID_NULL, names, 1, 0, &id), S_OK) << name;
-        std::reverse(args.begin(), args.end());  // dispatch arguments come last first
-        DispParams params{args.data(), nullptr, static_cast<uint32_t>(args.size()), 0};
-        Variant result;
-        EXPECT_EQ(control->Invoke(id, GUID_NULL, 0, DISPATCH_METHOD, &params, &result, nullptr, nullptr), S_OK) << name;
-        return result;
+    const auto invoke = [this](const char* name, std::vector<Variant> args) {
+        return Dispatch(control.Get(), name, std::move(args));
     };
     // BOOL results, as an automation client tests them.
     const Variant saved = invoke("SaveSerialize", {Variant(std::string(dir / "plot.vxg"))});

@@ -6,7 +6,6 @@
 
 #include "ControlFixture.h"
 #include "automation/DispatchTable.h"
-#include "com/ConnectionPoint.h"
 #include "support/Grid.h"
 
 namespace vexplot::test {
@@ -45,7 +44,7 @@ std::vector<Variant> ArgsFor(const DispatchMember& m, std::vector<double>& out) 
     return args;
 }
 
-class DispatchMethods : public ControlFixture {
+class DispatchMethods : public WorkingControl {
 protected:
     HRESULT Call(DISPID id, std::vector<Variant> args, Variant* result = nullptr, uint32_t* argErr = nullptr) {
         DispParams p;
@@ -61,7 +60,6 @@ protected:
 };
 
 TEST_F(DispatchMethods, EveryMethodAnswersByNameAndByNumberWithItsArgumentCount) {
-    CreateWorking();
     ShowGrid();
     const std::set<DISPID> ids = MethodIds();
     for (DISPID id : ids) {
@@ -102,78 +100,15 @@ TEST_F(DispatchMethods, EveryMethodAnswersByNameAndByNumberWithItsArgumentCount)
 }
 
 TEST_F(DispatchMethods, UnknownMembersAndUnconvertibleArgumentsAreRefused) {
-    CreateWorking();
     for (DISPID id : {113, 208, 550, 1005}) EXPECT_EQ(Call(id, {}), DISP_E_MEMBERNOTFOUND) << id;
     EXPECT_EQ(IdOf("SetLineThickness"), DISPID_UNKNOWN);
     uint32_t argErr = 99;
     EXPECT_EQ(Call(504, {Variant("three")}, nullptr, &argErr), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(argErr, 0u);
-    // An out parameter needs the caller's storage.
-    double lo = 0.0;
-    EXPECT_EQ(Call(509, {Variant(1.0), Variant::Ref(&lo)}, nullptr, &argErr), DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(argErr, 0u);  // xmax, the last argument, comes first
-}
-
-TEST_F(DispatchMethods, ArgumentsAreConvertedToTheDeclaredTypes) {
-    CreateWorking();
-    ShowGrid();
-    struct Case {
-        const char* name;
-        Variant value;
-        const char* getter;
-        int32_t expected;
-    };
-    const Case cases[] = {
-        {"SetGraphMode", Variant("1"), "GetGraphMode", 1},
-        {"SetGraphStyle", Variant(3.0), "GetGraphStyle", 3},
-        {"SetShadingMode", Variant("2"), "GetShadingMode", 2},
-        {"SetXNumMajorTickmarks", Variant("7"), "GetXNumMajorTickmarks", 7},
-        {"SetNumYGridLines", Variant(int16_t{9}), "GetNumYGridLines", 8},
-        {"SetResolution", Variant("2"), "GetResolution", 2},
-        {"SetCamViewType", Variant(0.4), "GetCamViewType", 0},  // rounds to View3D
-        {"SetCamViewType", Variant("3"), "GetCamViewType", 2},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        ASSERT_EQ(Call(IdOf(c.name), {c.value}), S_OK);
-        Variant result;
-        ASSERT_EQ(Call(IdOf(c.getter), {}, &result), S_OK);
-        Variant number;
-        ASSERT_EQ(result.ChangeType(VT_I4, &number), S_OK);
-        EXPECT_EQ(number.I4(), c.expected);
-    }
-}
-
-TEST_F(DispatchMethods, RangesComeBackThroughReferencesAndFalseWithoutAGraph) {
-    CreateWorking();
-    double lo = 7.0;
-    double hi = 7.0;
-    Variant result;
-    ASSERT_EQ(Call(509, {Variant::Ref(&hi), Variant::Ref(&lo)}, &result), S_OK);
-    EXPECT_EQ(result.Type(), VT_BOOL);
-    EXPECT_FALSE(result.BoolValue());
-    EXPECT_EQ(lo, 7.0);
-
-    const std::vector<double> z = {1, 2, 3, -4, 5, 6};
-    const std::vector<double> xs = {10, 20, 30};
-    const std::vector<double> ys = {-1, 1};
-    ASSERT_EQ(control->SetData(CreateGraphData(z, 3, 2, xs, ys).Get()), S_OK);
-    // A reference to a Variant, as script clients pass it, takes the value too.
-    Variant yHigh;
-    ASSERT_EQ(Call(510, {Variant::Ref(&yHigh), Variant::Ref(&lo)}, &result), S_OK);
-    EXPECT_TRUE(result.BoolValue());
-    EXPECT_EQ(lo, -1.0);
-    EXPECT_EQ(yHigh.Deref().R8(), 1.0);
-    ASSERT_EQ(Call(511, {Variant::Ref(&hi), Variant::Ref(&lo)}, &result), S_OK);
-    EXPECT_TRUE(result.BoolValue());
-    EXPECT_EQ(lo, -4.0);
-    EXPECT_EQ(hi, 6.0);
 }
 
 TEST_F(DispatchMethods, UnimplementedMembersReportThemselvesAndAnswerTheirFixedValue) {
-    CreateWorking();
-    std::vector<std::pair<HRESULT, std::string>> errors;
-    control->OnError([&](HRESULT code, const std::string& text) { errors.emplace_back(code, text); });
+    ListenForErrors();
     // The answers hosts have always had from the getters.
     const std::map<std::string, double> answers = {
         {"GetAxisStyle", 0},        {"GetLineSmooth", 1},         {"GetDepthCue", 1},
@@ -195,8 +130,8 @@ TEST_F(DispatchMethods, UnimplementedMembersReportThemselvesAndAnswerTheirFixedV
         ASSERT_EQ(Call(IdOf(m.name), setter ? std::vector<Variant>{Variant("any")} : std::vector<Variant>{}, &result),
                   S_OK);
         ASSERT_EQ(errors.size(), 1u);
-        EXPECT_EQ(static_cast<uint32_t>(errors[0].first), 0x800A0005u);
-        EXPECT_EQ(errors[0].second, "Sorry but this function is not yet implemented.");
+        EXPECT_EQ(static_cast<uint32_t>(errors[0].code), 0x800A0005u);
+        EXPECT_EQ(errors[0].text, "Sorry but this function is not yet implemented.");
         if (setter) {
             EXPECT_TRUE(result.IsEmpty());
             continue;
@@ -215,66 +150,36 @@ TEST_F(DispatchMethods, UnimplementedMembersReportThemselvesAndAnswerTheirFixedV
 TEST_F(DispatchMethods, MetafileAndPrintSayWhatStopsThemWhileAboutOpensTheAboutBox) {
     // The recording engine draws no scene: the metafile export and printing
     // report that.
-    CreateWorking();
-    std::vector<std::string> errors;
-    control->OnError([&](HRESULT, const std::string& text) { errors.push_back(text); });
-    ASSERT_EQ(Call(IdOf("SetMetaFileName"), {Variant("/tmp/view.emf")}), S_OK);
-    Variant name;
-    ASSERT_EQ(Call(IdOf("GetMetaFile"), {}, &name), S_OK);  // the older name reads the same member
-    EXPECT_EQ(name.Bstr(), "/tmp/view.emf");
-    ASSERT_EQ(Call(IdOf("Print"), {}), S_OK);
-    ASSERT_EQ(Call(IdOf("AboutBox"), {}), S_OK);
-    EXPECT_EQ(errors, (std::vector<std::string>{"There is no view to export.", "There is no view to print."}));
+    ListenForErrors();
+    Method("SetMetaFileName", {Variant("/tmp/view.emf")});
+    EXPECT_EQ(Method("GetMetaFile").Bstr(), "/tmp/view.emf");  // the older name reads the same member
+    Method("Print");
+    Method("AboutBox");
+    ASSERT_EQ(errors.size(), 2u);
+    EXPECT_EQ(errors[0].text, "There is no view to export.");
+    EXPECT_EQ(errors[1].text, "There is no view to print.");
     EXPECT_EQ(site.dialogs, std::vector<std::string>{"About"});
 }
 
-// A sink of the current event interface that answers DataCellMouseOver with
-// its own tool-tip text.
-class TipSink final : public ComObject<IDispatch> {
-public:
-    HRESULT GetTypeInfoCount(uint32_t* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT GetTypeInfo(uint32_t, LCID, IUnknown**) override { return E_NOTIMPL; }
-    HRESULT GetIDsOfNames(const IID&, const char* const*, uint32_t, LCID, DISPID*) override { return E_NOTIMPL; }
-    HRESULT Invoke(DISPID id, const IID&, LCID, uint16_t, DispParams* p, Variant*, ExcepInfo*, uint32_t*) override {
-        dispid = id;
-        argCount = p->argCount;
-        heard = p->args[0].Deref().Bstr();
-        x = p->args[4].R8();
-        select = p->args[1].I4();
-        return p->args[0].AssignThroughRef(Variant(reply));
-    }
-
-    std::string reply = "host text";
-    DISPID dispid = 0;
-    uint32_t argCount = 0;
-    std::string heard;
-    double x = 0.0;
-    int32_t select = -1;
-};
-
 TEST_F(DispatchMethods, DataCellMouseOverCarriesTheHostsTextBack) {
-    CreateWorking();
-    auto tips = MakeComObject<TipSink>();
-    auto older = MakeComObject<RecordingEventSink>();
-    uint32_t cookie = 0;
-    ASSERT_EQ(ConnectionAdvise(control->Identity(), CUI_VexplotCtrl::kExEventsIid, tips.Get(), &cookie), S_OK);
-    ASSERT_EQ(ConnectionAdvise(control->Identity(), CUI_VexplotCtrl::kEventsIid, older.Get(), &cookie), S_OK);
+    const auto tips = Advise();
+    tips->reply = "host text";
+    const auto older = Advise(CUI_VexplotCtrl::kEventsIid);
 
     std::string text = "z = 4";
     control->FireDataCellMouseOver(1.5, 2.5, 4.0, true, &text);
 
-    EXPECT_EQ(tips->dispid, 3);
-    EXPECT_EQ(tips->argCount, 5u);
-    EXPECT_EQ(tips->x, 1.5);
-    EXPECT_EQ(tips->select, 1);
-    EXPECT_EQ(tips->heard, "z = 4");
+    ASSERT_EQ(tips->events.size(), 1u);
+    const auto& e = tips->events[0];
+    EXPECT_EQ(e.dispid, 3);
+    ASSERT_EQ(e.args.size(), 5u);
+    EXPECT_EQ(e.args[0].R8(), 1.5);
+    EXPECT_EQ(e.args[3].I4(), 1);
+    EXPECT_EQ(e.args[4].Bstr(), "z = 4");
     EXPECT_EQ(text, "host text");
     EXPECT_TRUE(older->events.empty());  // the older event interface has no such event
     control->FireDataCellMouseOver(0, 0, 0, false, nullptr);  // no text wanted back
-    EXPECT_EQ(tips->select, 0);
+    EXPECT_EQ(tips->events.back().args[3].I4(), 0);
 }
 
 }  // namespace

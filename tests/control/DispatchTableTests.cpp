@@ -148,18 +148,5 @@ TEST_F(DispatchTableTest, FailuresOfTheMemberBecomeExceptionsWithTheirCodeAndTex
     EXPECT_EQ(table.Invoke(*control, 14, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), E_ACCESSDENIED);
 }
 
-TEST_F(DispatchTableTest, TheControlAnswersThroughItsDispatchInterface) {
-    ComPtr<IDispatch> dispatch = control.As<IDispatch>();
-    ASSERT_TRUE(dispatch);
-    const char* name = "getgraphmode";
-    DISPID id = 0;
-    ASSERT_EQ(dispatch->GetIDsOfNames(GUID_NULL, &name, 1, 0, &id), S_OK);
-    EXPECT_EQ(id, 503);
-    Variant result;
-    DispParams none;
-    ASSERT_EQ(dispatch->Invoke(id, GUID_NULL, 0, DISPATCH_METHOD, &none, &result, nullptr, nullptr), S_OK);
-    EXPECT_EQ(result.Type(), VT_I4);
-}
-
 }  // namespace
 }  // namespace vexplot::test

@@ -4,7 +4,6 @@
 #include <fstream>
 
 #include "ControlFixture.h"
-#include "com/ConnectionPoint.h"
 #include "control/CommandIds.h"
 #include "dataobject/GraphDataFactory.h"
 #include "support/ArchiveBytes.h"
@@ -16,10 +15,8 @@ namespace {
 constexpr const char* kNoRange = "For external resampling you must create or select region or zoom visible range.";
 constexpr const char* kSameRange = "Data range and visible range is identical. Do you want external resampling?";
 
-class FileCommands : public ControlFixture {
+class FileCommands : public WorkingControl {
 protected:
-    void SetUp() override { CreateWorking(); }
-
     // Runs `command` with the file dialog answering `path`.
     bool Run(int32_t command, const std::string& path) {
         site.files = {path};
@@ -130,46 +127,37 @@ TEST_F(FileCommands, PaletteFilesRoundTripAndAFileThatIsNoPaletteKeepsTheColours
     EXPECT_EQ(colours(), before);
 }
 
-class ResampleCommand : public FileCommands {
-protected:
-    void SetUp() override {
-        FileCommands::SetUp();
-        uint32_t cookie = 0;
-        ASSERT_EQ(ConnectionAdvise(control->Identity(), CUI_VexplotCtrl::kExEventsIid, sink.Get(), &cookie), S_OK);
-    }
-    std::vector<double> Fired() {
+TEST_F(FileCommands, ExternalResamplingAsksAsTheRangeRequiresAndFiresOnlyWithARange) {
+    const auto sink = Advise();
+    const auto fired = [&sink] {
         for (const auto& e : sink->events)
             if (e.dispid == CUI_VexplotCtrl::kDispidResample) {
                 std::vector<double> range;
                 for (const Variant& v : e.args) range.push_back(v.R8());
                 return range;
             }
-        return {};
-    }
-    ComPtr<RecordingEventSink> sink = MakeComObject<RecordingEventSink>();
-};
-
-TEST_F(ResampleCommand, AsksAsTheRangeRequiresAndFiresOnlyWithARange) {
+        return std::vector<double>{};
+    };
     ASSERT_TRUE(control->DoCommand(cmd::kExternalResampling));
     EXPECT_EQ(site.messages, std::vector<std::string>{kNoRange});
-    EXPECT_TRUE(Fired().empty());
+    EXPECT_TRUE(fired().empty());
 
     CGD_GraphObject* graph = ShowGrid(5, 4);  // scales 0..4 and 0..3
     site.answers = {kAnswerNo};
     control->DoCommand(cmd::kExternalResampling);
     EXPECT_EQ(site.messages.back(), kSameRange);
-    EXPECT_TRUE(Fired().empty());
+    EXPECT_TRUE(fired().empty());
 
     site.answers = {kAnswerYes};
     control->DoCommand(cmd::kExternalResampling);
-    EXPECT_EQ(Fired(), (std::vector<double>{0, 4, 0, 3}));
+    EXPECT_EQ(fired(), (std::vector<double>{0, 4, 0, 3}));
 
     sink->events.clear();
     site.messages.clear();
     graph->SetShownRange(1, 3, 1, 2);
     control->DoCommand(cmd::kExternalResampling);
     EXPECT_TRUE(site.messages.empty());  // a zoomed range needs no question
-    EXPECT_EQ(Fired(), (std::vector<double>{1, 3, 1, 2}));
+    EXPECT_EQ(fired(), (std::vector<double>{1, 3, 1, 2}));
 }
 
 }  // namespace

@@ -105,17 +105,17 @@ TEST_F(HeadlessSiteTest, BitmapsKeepRowsWithoutTheStride) {
     EXPECT_EQ(site.CreateBitmap(ImageBuffer{pixels.data(), 0, 2, 3, 0}), 0u);
 }
 
-// The control on the real batch site: the bitmap has the view window's size.
-TEST(HeadlessControl, RetrieveBitmapGivesABitmapOfTheViewWindowsSize) {
-    ControlHarness h;
+// The control on the real batch site: the bitmap is the current view
+// rendered at its window's size.
+TEST_F(HeadlessSiteTest, AControlOnItGivesABitmapOfTheViewWindowsSize) {
+    ControlHarness h;  // after the site: the control is destroyed first
     h.InstallEngine();
-    std::FILE* out = std::tmpfile();
-    HeadlessSite site(out);
     h.Construct();
     ASSERT_TRUE(h.control->Create(site, {0, 0, 320, 240}));
     const PixelRect view = site.GetWindowRect(h.control->Window(WindowRole::View3D));
     const int32_t bitmap = h.control->RetrieveBitmap();
     ASSERT_NE(bitmap, 0);
+    EXPECT_EQ(h.Calls("view.RenderToImage").size(), 1u);
     std::vector<uint32_t> pixels;
     int32_t w = 0;
     int32_t ht = 0;
@@ -128,8 +128,14 @@ TEST(HeadlessControl, RetrieveBitmapGivesABitmapOfTheViewWindowsSize) {
     h.log->calls.clear();
     EXPECT_EQ(site.Flush(), 1);
     EXPECT_EQ(h.log->Names(), (std::vector<std::string>{"view.Update", "view.Draw"}));
-    h.control->Destroy();
-    std::fclose(out);
+
+    // A render that fails raises the error event and gives no bitmap.
+    h.control->SetViewMode(0);
+    h.log->failures["device.RenderToImage"] = E_OUTOFMEMORY;
+    h.ListenForErrors();
+    EXPECT_EQ(h.control->RetrieveBitmap(), 0);
+    ASSERT_EQ(h.errors.size(), 1u);
+    EXPECT_EQ(h.errors[0].code, E_OUTOFMEMORY);
 }
 
 }  // namespace

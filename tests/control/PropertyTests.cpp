@@ -94,20 +94,21 @@ protected:
         CRegistryKey key(nullptr, store);
         return key.Open(group) && key.QueryValue(name).has_value();
     }
-    // Invoke on the control's IDispatch, arguments in natural order.
-    HRESULT Invoke(DISPID id, uint16_t flags, std::vector<Variant> args, Variant* result = nullptr) {
-        std::vector<Variant> reversed(args.rbegin(), args.rend());
-        const DISPID putName = DISPID_PROPERTYPUT;
-        const bool put = flags == DISPATCH_PROPERTYPUT;
-        DispParams p{reversed.data(), put ? &putName : nullptr, static_cast<uint32_t>(reversed.size()), put ? 1u : 0u};
-        excep = ExcepInfo{};
-        return control->Invoke(id, GUID_NULL, 0, flags, &p, result, &excep, nullptr);
+    // The property `name` through the control's IDispatch.
+    Variant Get(const std::string& name) { return Dispatch(control.Get(), name.c_str(), {}, DISPATCH_PROPERTYGET); }
+    HRESULT Put(const std::string& name, Variant value) {
+        HRESULT hr = S_OK;
+        Dispatch(control.Get(), name.c_str(), {std::move(value)}, DISPATCH_PROPERTYPUT, &hr);
+        return hr;
     }
-    ExcepInfo excep;
 };
 
-TEST_F(PropertyTest, AFreshStoreGivesTheDefaultsAndReceivesEveryValue) {
-    CreateWorking();
+class WorkingPropertyTest : public PropertyTest {
+protected:
+    void SetUp() override { CreateWorking(); }
+};
+
+TEST_F(WorkingPropertyTest, AFreshStoreGivesTheDefaultsAndReceivesEveryValue) {
     std::map<DISPID, Variant> defaults = {
         {3, I4(0)}, {5, B(true)}, {6, B(true)}, {7, B(false)}, {36, I4(0xFFFFFF)}, {37, I4(0xF0F0F0)},
         {38, B(true)}, {39, B(true)}, {40, B(true)}, {41, B(true)}, {42, B(true)}, {43, B(true)}, {44, B(false)},
@@ -125,12 +126,10 @@ TEST_F(PropertyTest, AFreshStoreGivesTheDefaultsAndReceivesEveryValue) {
     }
 
     struct Value {
-        Value(const char* g, std::string n, int32_t d, const char* t = nullptr)
-            : group(g), name(std::move(n)), dword(d), text(t) {}
         const char* group;
         std::string name;
         int32_t dword;
-        const char* text;  // set: a text value
+        const char* text = nullptr;  // set: a text value
     };
     std::vector<Value> stored = {
         {"", "Background color", 0}, {"", "Child info window", 1}, {"", "Show ToolTips", 0},
@@ -178,27 +177,6 @@ TEST_F(PropertyTest, AFreshStoreGivesTheDefaultsAndReceivesEveryValue) {
     EXPECT_EQ(decoded->weight, 400);
 }
 
-TEST_F(PropertyTest, ValuesSetInOneControlAreTheDefaultsOfTheNext) {
-    CreateWorking();
-    const std::vector<Change> changes = Changes();
-    for (const Change& c : changes) {
-        SCOPED_TRACE(c.id);
-        ASSERT_EQ(control->PutProperty(c.id, c.value), S_OK);
-        EXPECT_EQ(Show(control->GetProperty(c.id)), Show(c.value));
-    }
-    EXPECT_TRUE(control->IsModified());
-    EXPECT_EQ(Read("3DView", "X-Translation"), "0.750000");
-
-    auto next = Next();
-    for (const Change& c : changes) {
-        SCOPED_TRACE(c.id);
-        EXPECT_EQ(Show(next->GetProperty(c.id)), Show(c.nextControl.value_or(c.value)));
-    }
-    EXPECT_EQ(next->GetInfoWindow()->TextColor(), 0x123456u);
-    EXPECT_EQ(next->GetInfoWindow()->Font().face, "Courier New");
-    next->Destroy();
-}
-
 // A host whose locale writes "0,75" (Qt programs take LC_NUMERIC from the
 // environment) still shares its store with every other process: numbers go
 // in with a point, and a comma written by an older run reads as one.
@@ -225,8 +203,7 @@ TEST_F(PropertyTest, CameraStepsKeepTheirValueUnderACommaLocale) {
     EXPECT_EQ(z, 0.5);
 }
 
-TEST_F(PropertyTest, InfoTextColorAvoidsTheTransparencyKeys) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, InfoTextColorAvoidsTheTransparencyKeys) {
     struct Case {
         int32_t set, kept;
     };
@@ -239,8 +216,7 @@ TEST_F(PropertyTest, InfoTextColorAvoidsTheTransparencyKeys) {
     }
 }
 
-TEST_F(PropertyTest, StoreOnlyPropertiesTouchNeitherStoreNorDrawing) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, StoreOnlyPropertiesTouchNeitherStoreNorDrawing) {
     for (DISPID id : {24, 25, 602}) {
         SCOPED_TRACE(id);
         const bool before = control->GetProperty(id).BoolValue();
@@ -256,8 +232,7 @@ TEST_F(PropertyTest, StoreOnlyPropertiesTouchNeitherStoreNorDrawing) {
     next->Destroy();
 }
 
-TEST_F(PropertyTest, QualityBelowOneBecomesZeroInTheNextControlAndOneDrawsFullDetailWhileMoving) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, QualityBelowOneBecomesZeroInTheNextControlAndOneDrawsFullDetailWhileMoving) {
     ASSERT_EQ(control->PutProperty(52, I2(-3)), S_OK);
     EXPECT_EQ(Calls("view.SetDetailBudget"), (std::vector<std::string>{"view.SetDetailBudget(16384)"}));
     auto next = Next();
@@ -274,8 +249,7 @@ TEST_F(PropertyTest, QualityBelowOneBecomesZeroInTheNextControlAndOneDrawsFullDe
     next->Destroy();
 }
 
-TEST_F(PropertyTest, ChangesReachTheirTargets) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, ChangesReachTheirTargets) {
     ShowGrid();
     struct Case {
         DISPID id;
@@ -310,12 +284,16 @@ TEST_F(PropertyTest, ChangesReachTheirTargets) {
     EXPECT_NE(control->GetWindowsVisible() & CUI_VexplotCtrl::wndLegend, 0);
 }
 
-TEST_F(PropertyTest, EveryPropertyRoundTripsThroughInvokeToTheSameMember) {
+// Each property put by name through IDispatch reads back through both paths
+// from the same member, and what persists is the default of a control
+// created afterwards on the same store.
+TEST_F(PropertyTest, EveryPropertyRoundTripsThroughInvokeAndIsTheNextControlsDefault) {
     InstallEngine();
     Write("Engine", "DirectX", kRecordingEngineClass.ToString());
     ASSERT_TRUE(Create());
+    const std::vector<Change> changes = Changes();
     std::map<DISPID, Variant> values;
-    for (const Change& c : Changes()) values.emplace(c.id, c.value);
+    for (const Change& c : changes) values.emplace(c.id, c.value);
     values.insert({{24, B(false)}, {25, B(false)}, {602, B(true)}, {4, Variant("DirectX")},
                    {603, I4(CUI_VexplotCtrl::wndTitle | CUI_VexplotCtrl::wndInfo)}, {-518, Variant("Plot")}});
     for (const PropertyRow& row : PropertyTable::Rows()) {
@@ -326,28 +304,33 @@ TEST_F(PropertyTest, EveryPropertyRoundTripsThroughInvokeToTheSameMember) {
         if (row.effect == PropertyEffect::Collection) continue;
         const auto it = values.find(row.id);
         ASSERT_NE(it, values.end()) << "no test value";
-        ASSERT_EQ(Invoke(row.id, DISPATCH_PROPERTYPUT, {it->second}), S_OK);
+        ASSERT_EQ(Put(row.name, it->second), S_OK);
         EXPECT_EQ(Show(control->GetProperty(row.id)), Show(it->second));
-        Variant got;
-        ASSERT_EQ(Invoke(row.id, DISPATCH_PROPERTYGET, {}, &got), S_OK);
-        EXPECT_EQ(Show(got), Show(it->second));
+        EXPECT_EQ(Show(Get(row.name)), Show(it->second));
     }
+    EXPECT_TRUE(control->IsModified());
+    EXPECT_EQ(Read("3DView", "X-Translation"), "0.750000");
+    auto next = Next();
+    for (const Change& c : changes) {
+        SCOPED_TRACE(c.id);
+        EXPECT_EQ(Show(next->GetProperty(c.id)), Show(c.nextControl.value_or(c.value)));
+    }
+    EXPECT_EQ(next->GetInfoWindow()->TextColor(), 0x123456u);
+    EXPECT_EQ(next->GetInfoWindow()->Font().face, "Courier New");
+    next->Destroy();
+
     // A number given for a bool, as scripts do, converts.
-    ASSERT_EQ(Invoke(1, DISPATCH_PROPERTYPUT, {I4(1)}), S_OK);
+    ASSERT_EQ(Put(DispatchTable::Vexplot().Find(1)->name, I4(1)), S_OK);
     EXPECT_EQ(Show(control->GetProperty(1)), "bool:1");
     EXPECT_EQ(DispatchTable::Vexplot().Find(4)->typelibName, "GraphEngine");
     EXPECT_EQ(DispatchTable::Vexplot().Find(35)->typelibName, "zLabel");
 }
 
-TEST_F(PropertyTest, TheCollectionsAreReadOnlyAndTheSameObjectEachTime) {
-    CreateWorking();
-    Variant first, second;
-    ASSERT_EQ(Invoke(607, DISPATCH_PROPERTYGET, {}, &first), S_OK);
-    ASSERT_EQ(Invoke(607, DISPATCH_PROPERTYGET, {}, &second), S_OK);
+TEST_F(WorkingPropertyTest, TheCollectionsAreReadOnlyAndTheSameObjectEachTime) {
+    const Variant first = Get("Markers");
     ASSERT_TRUE(first.Dispatch());
-    EXPECT_EQ(first.Dispatch().Get(), second.Dispatch().Get());
-    ASSERT_EQ(Invoke(608, DISPATCH_PROPERTYPUT, {Variant(ComPtr<IDispatch>())}), DISP_E_EXCEPTION);
-    EXPECT_EQ(static_cast<uint32_t>(excep.scode), 0x800A017Fu);
+    EXPECT_EQ(first.Dispatch().Get(), Get("Markers").Dispatch().Get());
+    EXPECT_EQ(static_cast<uint32_t>(Put("Regions", Variant(ComPtr<IDispatch>()))), 0x800A017Fu);
     EXPECT_EQ(control->PutProperty(609, Variant(ComPtr<IDispatch>())), CUI_VexplotCtrl::kErrorSetNotSupported);
     EXPECT_EQ(control->PutProperty(610, I4(0)), DISP_E_MEMBERNOTFOUND);
 }
@@ -376,8 +359,7 @@ TEST_F(PropertyTest, SettingTheEngineRecreatesItAndResendsThePlot) {
     EXPECT_EQ(Show(control->GetProperty(4)), "s:DirectX");
 }
 
-TEST_F(PropertyTest, AxisLabelsReachTheControlsOwnDataObject) {
-    CreateWorking();
+TEST_F(WorkingPropertyTest, AxisLabelsReachTheControlsOwnDataObject) {
     ASSERT_EQ(control->CopyArrayData(Variant(MakeGrid(3, 4, 2.0))), S_OK);
     ASSERT_EQ(control->PutProperty(33, Variant("Time")), S_OK);
     std::string label;

@@ -14,7 +14,8 @@ namespace vexplot::test {
 // The control's site as a test sees it: keeps each window's state (role,
 // visibility, rectangle, text), records the calls a test checks the order
 // of in the shared log as "site.X(args)", and answers the engine-choice
-// dialog from `choices`, one entry per call (none left: cancelled).
+// dialog from `choices`, one entry per call (none left: cancelled). Every
+// other dialog is cancelled.
 class RecordingSite final : public IControlSite {
 public:
     explicit RecordingSite(std::shared_ptr<CallLog> callLog) : log(std::move(callLog)) {}
@@ -82,7 +83,7 @@ public:
     }
     int32_t RunDialog(IDialogLogic& dialog) override {
         dialogs.emplace_back(dialog.DialogName());
-        return dialogAnswer ? dialogAnswer(dialog) : kAnswerCancel;
+        return kAnswerCancel;
     }
     std::optional<EngineEntry> ChooseEngine(const std::vector<EngineEntry>& engines) override {
         log->Record("site.ChooseEngine", Args(engines.size()));
@@ -104,8 +105,7 @@ public:
     void ShowCursor(bool) override {}
     uint32_t CreateBitmap(const ImageBuffer& image) override {
         log->Record("site.CreateBitmap", Args(image.width, image.height));
-        bitmaps.push_back(image);
-        return static_cast<uint32_t>(bitmaps.size());
+        return ++bitmapCount_;
     }
     bool ReadBitmap(uint32_t, std::vector<uint32_t>*, int32_t*, int32_t*) const override { return false; }
     void DeleteBitmap(uint32_t) override {}
@@ -154,10 +154,8 @@ public:
     std::vector<std::string> files;               // what ChooseFile answers, in turn; then cancelled
     std::vector<FileDialogRequest> fileRequests;  // the file dialogs asked for
     std::vector<std::string> dialogs;             // the names of the dialogs run
-    std::function<int32_t(IDialogLogic&)> dialogAnswer;  // null: every dialog is cancelled
     std::vector<EngineEntry> choices;  // what ChooseEngine answers, in turn
     std::vector<EngineEntry> offered;  // what it was last offered
-    std::vector<ImageBuffer> bitmaps;  // sizes only: the pixels are not kept
     std::map<std::pair<WindowHandle, uint32_t>, uint32_t> timers;  // running: period
     std::vector<uint32_t> animations;                               // AnimateWindow flags, in turn
     std::vector<MenuModel> menus;                                   // menus tracked, in turn
@@ -167,6 +165,7 @@ public:
 
 private:
     WindowHandle next_ = 1;
+    uint32_t bitmapCount_ = 0;
 };
 
 }  // namespace vexplot::test
