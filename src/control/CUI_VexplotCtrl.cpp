@@ -247,6 +247,7 @@ void CUI_VexplotCtrl::SetViewMode(int32_t mode) {
         site_->ShowWindow(currentView_, true);
         site_->ShowWindow(Window(WindowRole::Navigator), to3D && navigatorFlag_);
         Redraw(false);
+        if (to2D) UpdateLegend();  // the title names the view mode; a 3-D switch rebuilds below
     }
     if (to3D) {
         GetView3D()->Refresh(kRefreshCheck);

@@ -114,19 +114,22 @@ TEST_F(WorkingControl, PaletteIdAndColourChoiceRebuildThePalette) {
 }
 
 TEST_F(WorkingControl, ResolutionAndViewTypeMapOntoTheCurrentMethods) {
-    ShowGrid();
+    ASSERT_EQ(ShowGrid()->Data()->PutName("ridge"), S_OK);
     Method("SetResolution", {Variant("2")});
     EXPECT_EQ(control->GetLowResolution(), 1);
     EXPECT_EQ(Method("GetResolution").I4(), 2);
     Method("SetResolution", {Variant(1.0)});
     EXPECT_EQ(Method("GetResolution").I4(), 1);
 
+    const std::string& title = site.windows[control->Window(WindowRole::Title)].text;
     Method("SetCamViewType", {Variant("3")});
     EXPECT_EQ(control->GetViewMode(), 0);
     EXPECT_EQ(Method("GetCamViewType").I4(), 2);  // any 2-D view reads back as ViewXY
+    EXPECT_EQ(title, "ridge - 2Dview");
     Method("SetCamViewType", {Variant(0.4)});     // rounds to the 3-D view
     EXPECT_EQ(control->GetViewMode(), 1);
     EXPECT_EQ(Method("GetCamViewType").I4(), 0);
+    EXPECT_EQ(title, "ridge - 3Dview");
 }
 
 TEST_F(WorkingControl, AxisScaleIsKeptAndSentToThe3DView) {
