@@ -4,9 +4,8 @@
 #include <limits>
 
 #include "com/ErrorInfo.h"
-#include "com/OleStream.h"
+#include "com/MemoryStream.h"
 #include "TestSupport.h"
-#include "dataobject/GraphDataClass.h"
 
 namespace vexplot {
 namespace {
@@ -52,38 +51,6 @@ TEST(PersistStreamTest, LayoutIsMagicVersionCountsScalesTextsAndGrid) {
     EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + 20),
               (Bytes{'V', 'X', '3', 'D', 'O', '\r', '\n', 0x1A, 1, 0, 0, 0, 3, 0, 0, 0, 2, 0, 0, 0}));
     EXPECT_EQ(bytes, test::ThreeDo(3, 2, {-1, 0, 1, 5, 7}, {"x", "y", "z", "original"}, {0, 1, 10, 11, 20, 21}));
-}
-
-// Embedded in a larger stream: class id, then the object's data, read to its
-// last byte only; a null object is the null class id alone and reads back as
-// "no object".
-TEST(PersistStreamTest, EmbeddedObjectsRoundTripByClass) {
-    RegisterGraphDataClass();
-    ComPtr<GraphDataObject> original = test::FilledObject();
-    ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>();
-    ASSERT_EQ(OleSaveToStream(original.Get(), stream.Get()), S_OK);
-    ASSERT_EQ(OleSaveToStream(nullptr, stream.Get()), S_OK);
-    const Bytes bytes = stream->Bytes();
-    ASSERT_GT(bytes.size(), 32u);
-    EXPECT_EQ(bytes[0], 0x92);  // Data1 of the class id, little-endian
-    EXPECT_EQ(bytes[3], 0x8D);
-
-    stream->Seek(0, STREAM_SEEK_SET, nullptr);
-    ComPtr<IGraphData> copy;
-    ASSERT_EQ(OleLoadFromStream(stream.Get(), IGraphData::kIid, copy.ReleaseAndGetVoidAddress()), S_OK);
-    EXPECT_EQ(test::Capture(*copy, false), test::Capture(*original, false));
-    ComPtr<IGraphData> none;
-    EXPECT_EQ(OleLoadFromStream(stream.Get(), IGraphData::kIid, none.ReleaseAndGetVoidAddress()), S_FALSE);
-    EXPECT_FALSE(none);
-    EXPECT_EQ(OleLoadFromStream(stream.Get(), IGraphData::kIid, none.ReleaseAndGetVoidAddress()), STG_E_READFAULT);
-}
-
-TEST(PersistStreamTest, EmbeddedObjectOfAnUnknownClassIsRefused) {
-    ComPtr<MemoryStream> stream = MakeComObject<MemoryStream>(Bytes(16, 0x5A));
-    ComPtr<IGraphData> object;
-    EXPECT_EQ(OleLoadFromStream(stream.Get(), IGraphData::kIid, object.ReleaseAndGetVoidAddress()),
-              REGDB_E_CLASSNOTREG);
-    EXPECT_NE(TakeErrorInfo().find("cannot be created"), std::string::npos);
 }
 
 TEST(PersistStreamTest, MalformedStreamFailsAndLeavesTheObjectAlone) {

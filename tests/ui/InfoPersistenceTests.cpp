@@ -84,11 +84,6 @@ TEST_F(InfoPersistenceTest, StoredFontReplacesTheCurrentOneOnlyWhenItCanBeMade) 
     EXPECT_EQ(wnd.Font(), courier);
     EXPECT_EQ(wnd.Content().lineHeight, 15 + 1) << "the layout follows the new font";
 
-    LogFontRecord::Bytes faceless = record;
-    std::fill(faceless.begin() + 28, faceless.end(), uint8_t{0});
-    key.WriteBinary("Font", faceless.data(), faceless.size());
-    wnd.LoadSettings(key);
-    EXPECT_EQ(wnd.Font(), courier);
     key.WriteBinary("Font", record.data(), 30);  // not a font record
     wnd.LoadSettings(key);
     EXPECT_EQ(wnd.Font(), courier);

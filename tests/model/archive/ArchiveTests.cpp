@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "ArchiveSupport.h"
 #include "com/ComError.h"
@@ -252,15 +253,22 @@ TEST_F(ArchiveObjects, ObjectsThatCannotSaveThemselvesAreTheNullObject) {
     EXPECT_EQ(e->Interface(), IPersistStream::kIid);
 }
 
+// Each fault names the item, its offset and what went wrong: a class the
+// registry does not know, a stream ending in the class id or in the data.
 TEST_F(ArchiveObjects, EmbeddedObjectsThatWillNotLoadRaiseArchiveError) {
     const Bytes good = Stored([&](CArchive& a) { a.WriteObject(MakeData().Get()); });
     Bytes unknownClass = good;
     unknownClass[0] ^= 0xFF;
-    const Bytes cut(good.begin(), good.end() - 3);
-    for (const Bytes* bytes : {static_cast<const Bytes*>(&unknownClass), &cut}) {
-        const ArchiveError e = LoadError(*bytes, [](CArchive& a) { a.ReadObject("data object"); });
+    const std::pair<Bytes, std::string> cases[] = {
+        {unknownClass, "cannot be created"},
+        {Bytes(good.begin(), good.begin() + 10), "the stream ends inside its class id"},
+        {Bytes(good.begin(), good.end() - 3), "needs"},
+    };
+    for (const auto& [bytes, fault] : cases) {
+        const ArchiveError e = LoadError(bytes, [](CArchive& a) { a.ReadObject("data object"); });
         EXPECT_EQ(std::string(e.what()).rfind("data object: ", 0), 0u) << e.what();
         EXPECT_NE(std::string(e.what()).find(" at offset "), std::string::npos) << e.what();
+        EXPECT_NE(std::string(e.what()).find(fault), std::string::npos) << e.what();
     }
 }
 
