@@ -1,10 +1,16 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "engine/IGraphEngine.h"
 
 namespace vexplot {
+
+// The length of the longest prefix of `text` that fits `capacity` bytes
+// without cutting a UTF-8 sequence in two: how a face name is cut to the
+// fixed field of a font record.
+size_t Utf8FittingLength(std::string_view text, size_t capacity);
 
 // A font as the model keeps and saves it: the fields of the platform's
 // logical font record that the control uses. Heights are in pixels; a

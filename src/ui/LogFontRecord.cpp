@@ -28,11 +28,7 @@ int32_t GetInt(const LogFontRecord::Bytes& bytes, size_t at) {
 }  // namespace
 
 std::string LogFontRecord::CutFace(std::string_view face, size_t maxBytes) {
-    if (face.size() <= maxBytes) return std::string(face);
-    size_t end = maxBytes;
-    // Step back over continuation bytes so that no character is split.
-    while (end > 0 && (static_cast<uint8_t>(face[end]) & 0xC0) == 0x80) --end;
-    return std::string(face.substr(0, end));
+    return std::string(face.substr(0, Utf8FittingLength(face, maxBytes)));
 }
 
 LogFontRecord::Bytes LogFontRecord::Encode(const LogicalFont& font) {

@@ -33,12 +33,6 @@ class CopyArrayDataTest(unittest.TestCase):
                 self.assertEqual(self.ctl.GetXRange()[1:], xrange_)
                 self.assertEqual(self.ctl.GetZRange()[1:], zrange)
 
-    def test_a_single_column_is_ignored(self):
-        self.ctl.CopyArrayData(np.ones((4, 3)))
-        self.ctl.CopyArrayData(np.zeros((4, 1)))
-        self.assertEqual(self.ctl.GetXRange(), (True, 0.0, 2.0))
-        self.assertEqual(self.ctl.GetZRange()[1:], (1.0, 1.0))
-
     def test_axis_scales_replace_the_index_scales(self):
         self.ctl.CopyArrayData(np.zeros((3, 4)))
         self.ctl.CopyAxisScaleData(0, np.linspace(-2.0, 2.0, 4))

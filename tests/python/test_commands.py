@@ -17,16 +17,14 @@ class FileCommandTest(unittest.TestCase):
         self.dir = tempfile.TemporaryDirectory()
         self.addCleanup(self.dir.cleanup)
 
-    def test_a_plot_saved_with_bars_comes_back_with_bars(self):
-        path = os.path.join(self.dir.name, "bars.vxg")
+    def test_file_commands_take_the_name_the_script_answers(self):
+        path = os.path.join(self.dir.name, "plot.vxg")
         self.ctl.CopyArrayData(np.arange(24.0).reshape(4, 6))
-        self.ctl.SetGraphMode(1)
         self.ctl.answer_file_dialogs(path)
         self.assertTrue(self.ctl.command(vexplot.Command.SaveVexplot))
         other = control_with_engine(self, width=200, height=150)
         other.answer_file_dialogs(path)
         self.assertTrue(other.command(vexplot.Command.LoadVexplot))
-        self.assertEqual(other.GetGraphMode(), 1)
         self.assertEqual(other.GetXRange(), (True, 0.0, 5.0))
 
     def test_external_resampling_hands_over_the_visible_range(self):

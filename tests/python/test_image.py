@@ -1,13 +1,17 @@
 """Pictures of the view through the engine: image() and save_image()."""
 
 import os
+import re
 import tempfile
 import unittest
+import xml.etree.ElementTree as ElementTree
 
 import numpy as np
 
 import vexplot
 from support import control_with_engine
+
+SVG = "{http://www.w3.org/2000/svg}"
 
 
 def gaussian(ny, nx):
@@ -51,17 +55,14 @@ class ImageTest(unittest.TestCase):
                 self.ctl.save_image(os.path.join(folder, "view.gif"))
 
     def test_vector_files_are_well_formed_drawings_with_texts(self):
-        import re
-        import xml.etree.ElementTree as ElementTree
         with tempfile.TemporaryDirectory() as folder:
             svg_path, pdf_path = os.path.join(folder, "view.svg"), os.path.join(folder, "view.pdf")
             self.ctl.save_image(svg_path, 800, 600)
             self.ctl.save_image(pdf_path, 800, 600)
             root = ElementTree.parse(svg_path).getroot()
-            ns = "{http://www.w3.org/2000/svg}"
             self.assertEqual((root.get("width"), root.get("height")), ("800", "600"))
-            self.assertGreater(len(root.findall(ns + "polygon")), 100)  # the surface's cells
-            texts = [t.text for t in root.findall(ns + "text")]
+            self.assertGreater(len(root.findall(SVG + "polygon")), 100)  # the surface's cells
+            texts = [t.text for t in root.findall(SVG + "text")]
             self.assertIn("0", texts)  # tick texts stay text
             with open(pdf_path, "rb") as f:
                 pdf = f.read()
@@ -75,8 +76,6 @@ class ImageTest(unittest.TestCase):
             self.assertIn(b"/BaseFont /Helvetica", pdf)
 
     def test_drawings_carry_annotations_where_the_data_puts_them_at_any_size(self):
-        import xml.etree.ElementTree as ElementTree
-        ns = "{http://www.w3.org/2000/svg}"
         self.ctl.Labels.Add("peak", 30.0, 20.0, 1.0)
         for view_type in (2, 0):  # the flat view XY, then the 3-D view
             self.ctl.SetCamViewType(view_type)
@@ -84,18 +83,17 @@ class ImageTest(unittest.TestCase):
                 with self.subTest(view=view_type, size=(width, height)), tempfile.TemporaryDirectory() as folder:
                     path = os.path.join(folder, "view.svg")
                     self.ctl.save_image(path, width, height)
-                    texts = {t.text: t for t in ElementTree.parse(path).getroot().iter(ns + "text")}
+                    texts = {t.text: t for t in ElementTree.parse(path).getroot().iter(SVG + "text")}
                     label = next(t for text, t in texts.items() if text.startswith("peak"))
                     if view_type != 2:
                         continue
                     # In the flat view the label starts beside X = 30, whose
                     # tick text is centred on it: the one nearest the bottom.
-                    tick = max((t for t in ElementTree.parse(path).getroot().iter(ns + "text") if t.text == "30"),
+                    tick = max((t for t in ElementTree.parse(path).getroot().iter(SVG + "text") if t.text == "30"),
                                key=lambda t: float(t.get("y")))
                     self.assertLess(abs(float(label.get("x")) - float(tick.get("x"))), 16)
 
     def test_a_sections_curve_is_lines_of_the_drawing(self):
-        import xml.etree.ElementTree as ElementTree
         polylines = []
         self.ctl.Enable1DView(1, 2)  # along X
         for plot_style in (0, 2):  # no curve, then the curve as lines
@@ -103,7 +101,7 @@ class ImageTest(unittest.TestCase):
             with tempfile.TemporaryDirectory() as folder:
                 path = os.path.join(folder, "section.svg")
                 self.ctl.save_image(path, 640, 400)
-                polylines.append(len(list(ElementTree.parse(path).getroot().iter("{http://www.w3.org/2000/svg}polyline"))))
+                polylines.append(len(list(ElementTree.parse(path).getroot().iter(SVG + "polyline"))))
         self.assertGreaterEqual(polylines[1] - polylines[0], 40)  # 60 samples along X
 
     def test_save_image_renders_at_the_asked_size_and_refuses_bad_sizes(self):

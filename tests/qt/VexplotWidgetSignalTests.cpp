@@ -55,9 +55,6 @@ TEST_F(VexplotWidgetSignalTest, SelectionAndResamplingCarryTheirRanges) {
     CUI_VexplotCtrl& control = widget->Control();
     control.FireDataSelect(DataRect{-1.0, 2.0, 3.0, 4.5}, -7.0, 8.0);
     control.FireResample(DataRect{0.25, 0.5, 10.0, 20.0});
-    // With selection disabled the control keeps DataSelect to itself.
-    control.SetDataSelectEnable(false);
-    control.FireDataSelect(DataRect{0, 1, 0, 1}, 0, 1);
 
     ASSERT_EQ(selected.size(), 1u);
     EXPECT_EQ(selected[0], (std::vector<double>{-1.0, 2.0, 3.0, 4.5, -7.0, 8.0}));
