@@ -32,39 +32,34 @@ inline bool Finite(std::initializer_list<double> values) {
     return true;
 }
 
+// The getter of a property: `get`'s value as `type` while `live(self)`,
+// the type's empty value otherwise.
+template <class Self, class Live, class Get>
+auto LiveGetter(VARTYPE type, Live live, Get get) {
+    return [=](Self& self, DispatchCall& call) {
+        Variant out;
+        const Variant value = live(self) ? get(self) : EmptyOf(type);
+        if (FAILED(value.ChangeType(type, &out))) out = EmptyOf(type);
+        call.Return(std::move(out));
+        return S_OK;
+    };
+}
+
 // A property: `get(self)` answers a Variant, `put(self, call)` reads the
 // value from argument 0. Both run only while `live(self)`.
 template <class Self, class Live, class Get, class Put>
 void Property(BasicDispatchTable<Self>& table, DISPID id, const char* name, VARTYPE type, Live live, Get get,
               Put put) {
-    table.AddProperty(
-        id, name, type,
-        [=](Self& self, DispatchCall& call) {
-            Variant out;
-            const Variant value = live(self) ? get(self) : EmptyOf(type);
-            if (FAILED(value.ChangeType(type, &out))) out = EmptyOf(type);
-            call.Return(std::move(out));
-            return S_OK;
-        },
-        [=](Self& self, DispatchCall& call) {
-            if (live(self)) put(self, call);
-            return S_OK;
-        });
+    table.AddProperty(id, name, type, LiveGetter<Self>(type, live, get), [=](Self& self, DispatchCall& call) {
+        if (live(self)) put(self, call);
+        return S_OK;
+    });
 }
 
 // A read-only property.
 template <class Self, class Live, class Get>
 void ReadOnly(BasicDispatchTable<Self>& table, DISPID id, const char* name, VARTYPE type, Live live, Get get) {
-    table.AddProperty(
-        id, name, type,
-        [=](Self& self, DispatchCall& call) {
-            Variant out;
-            const Variant value = live(self) ? get(self) : EmptyOf(type);
-            if (FAILED(value.ChangeType(type, &out))) out = EmptyOf(type);
-            call.Return(std::move(out));
-            return S_OK;
-        },
-        {});
+    table.AddProperty(id, name, type, LiveGetter<Self>(type, live, get), {});
 }
 
 // A method answering `run(self, call)` (a Variant of `result`).
